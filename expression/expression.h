@@ -1,0 +1,91 @@
+#pragma once
+// Expression: an arithmetic expression text such as "sin(2*pi*x)*exp(-4*pi^2*x)",
+// parsed once into postfix order and evaluated as often as asked, each time
+// with fresh variable values given as an assignment text ("x = 0.5").
+//
+// Language: numbers (always starting with a digit, value kept with 6
+// significant digits), names (a letter, then letters and digits), the
+// operators + - * / ^ (unary + and - allowed first in the text or right after
+// "("), round brackets, and sixteen functions whose argument is always in
+// brackets. The only predefined name is pi.
+//
+// Failures: ExpressionWrongFormat (malformed text, from the constructor; or
+// a unary *, / or ^, found at the first evaluation), ExpressionUnknownVariable
+// (a name with no value, at evaluation) and ExpressionBadResult (a final value
+// that is NaN or infinite). After any failure of eval the object stays usable.
+//
+// Number texts are read and written in the classic ("C") locale by the
+// streams; the number re-read of calculate and the callers' own formatting
+// follow the C library's locale, which the application keeps at "C".
+// Not thread-safe: eval changes the stored variables.
+
+#include <cstdint>
+#include <map>
+#include <set>
+#include <string>
+#include <vector>
+
+class Expression {
+public:
+    enum token_t : std::int32_t {
+        undefined = 0,           // a token under construction; never kept
+        parenthesis = 1,         // "(" or ")"
+        undefined_operator = 2,  // an operator whose arity is not decided yet
+        binary_operator = 3,
+        unary_operator = 4,
+        variable = 5,            // a name that is not a function: x, pi, ...
+        number = 6,
+        function = 7
+    };
+
+    // Printable names of the token types, indexed by their values.
+    static const std::string token_t_list[8];
+
+    struct token {
+        std::string text;  // as typed, except numbers: their value with 6 significant digits
+        token_t type;
+    };
+
+    // Splits, checks and converts the text into postfix order; throws
+    // ExpressionWrongFormat for a malformed text.
+    explicit Expression(const std::string& text);
+
+    // Stores the assignments of `text` ("x = 1 y = 2"; blanks around "=" are
+    // required), then evaluates the expression. Assignments stay for later calls.
+    double eval(const std::string& text);
+
+    // The steps of the pipeline above. They are public so that each can be
+    // exercised on its own; ordinary users need only the constructor and eval.
+
+    // Fills the tables of function names and operators and sets pi.
+    void initialize();
+    bool is_operator(const std::string& s) const;
+    bool is_delimiter(char c) const;
+    bool is_variable(const std::string& s) const;
+    token_t get_type(const token& tok) const;
+    int priority(const token& tok) const;
+
+    // Appends the tokens of `text` to `out` (which is not cleared).
+    void split(const std::string& text, std::vector<token>& out);
+    void check_expression(const std::vector<token>& v) const;
+    void mark_unaries(std::vector<token>& v) const;
+
+    // Marks the operators of `infix` as unary or binary, then appends the
+    // postfix form of `infix` to `out`.
+    void convert_expression(std::vector<token>& infix, std::vector<token>& out) const;
+    void set_variables(const std::string& text);
+    double calculate(const std::vector<token>& postfix_sequence) const;
+
+    double apply_unary(const std::string& op, double a) const;
+    double apply_binary(const std::string& op, double a, double b) const;
+    double apply_function(const std::string& name, double a) const;
+
+private:
+    // Lets the tests look at the tables and the postfix sequence.
+    friend struct ExpressionTestAccess;
+
+    std::set<std::string> functions;
+    std::set<std::string> operators;
+    std::map<std::string, double> variables;  // pi and every assigned name
+    std::vector<token> postfix;
+};

@@ -1,0 +1,284 @@
+#include "app/widget.h"
+
+#include <clocale>
+#include <cstdio>
+#include <cstdlib>
+#include <ctime>
+#include <new>
+#include <string>
+
+#include <QBrush>
+#include <QColor>
+#include <QDoubleSpinBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPen>
+#include <QRadioButton>
+#include <QSpinBox>
+#include <QStringList>
+#include <QTableWidget>
+#include <qwt_plot.h>
+
+#include "app/run_log.h"
+#include "app/spin_box_delegate.h"
+#include "app/ui_widget.h"
+
+namespace {
+
+QString u(const char* text) {
+    return QString::fromUtf8(text);
+}
+
+// A label text with a subscript, e.g. x<sub>1</sub> = , in the rich-text form
+// that Qt's form designer writes.
+QString rich(const char* base, const char* subscript, const char* tail) {
+    return u("<html><head/><body><p>") + u(base) +
+           u("<span style=\" vertical-align:sub;\">") + u(subscript) + u("</span>") + u(tail) +
+           u("</p></body></html>");
+}
+
+const char* const helpText =
+    "Для ввода функции f(x) необходимо заполнить соответствующее текстовое поле. "
+    "Вводимый текст должен являться корректным математическим выражением и может содержать только латинские буквы, цифры, круглые скобки, знаки арифметических операций (+ - * / ^), десятичные разделители (.), знаки экспоненты (e E) и пробелы. "
+    "Названия функций, переменных и констант должны начинаться с латинских букв, но могут содержать и цифры. "
+    "При записи вещественных чисел обязательно указывать целую часть (0.1 - корректно, .1 - некорректно). "
+    "Используемые переменные должны быть известны (в выражении для f(x) можно использовать только переменную x). "
+    "Если поле не заполнено, функция считается тождественно равной 0.\n"
+    "\n"
+    "Cписок доступных функций и констант:\n"
+    "sin(x)  cos(x)  tg(x)  ctg(x)  arcsin(x)  arccos(x)  arctg(x)  arcctg(x)  exp(x)  ln(x)  log10(x)  log2(x)  abs(x)  sqrt(x)  sinh(x)  cosh(x)  pi\n"
+    "\n"
+    "Примеры корректных выражений:\n"
+    "sin(2*pi*x)*exp(-4*pi^2*x)\n"
+    "0.5 * (1. + 0.2 - 1e-1)\n"
+    "log10(3) - ln(3) / ln(10)\n";
+
+}  // namespace
+
+Widget::Widget(QWidget* parent)
+    : QWidget(parent), legend(nullptr), ui(new Ui_Widget) {
+    ui->setupUi(this);
+    delegate = new SpinBoxDelegate();
+
+    const int columns[5] = {4, 5, 6, 5, 0};
+    const int rows[5] = {1, 2, 2, 2, 0};
+    for (int i = 0; i < 5; ++i) {
+        tableColumns[i] = columns[i];
+        tableRows[i] = rows[i];
+    }
+    plotSamples = 100;
+
+    grid.setMajorPen(QPen(QBrush(Qt::black, Qt::SolidPattern), 0, Qt::DotLine, Qt::SquareCap,
+                          Qt::BevelJoin));
+    grid.attach(ui->plot);
+    // The plot takes the legend as its child; the member is destroyed before
+    // the plot, which removes it from the plot's children first.
+    ui->plot->insertLegend(&legend, QwtPlot::RightLegend, -1.0);
+
+    curves[0].setPen(QPen(QBrush(Qt::red, Qt::SolidPattern), 5.0, Qt::SolidLine, Qt::SquareCap,
+                          Qt::BevelJoin));
+    curves[0].setStyle(QwtPlotCurve::Dots);
+    curves[1].setPen(QPen(QColor(Qt::darkGreen)));
+    curves[2].setPen(QPen(QColor(Qt::blue)));
+    curves[3].setPen(QPen(QColor(Qt::black)));
+
+    // The run log and the evaluator format and parse numbers with '.'.
+    setlocale(LC_ALL, "C");
+    setFiles();
+    on_checkInterpolation_clicked();
+}
+
+Widget::~Widget() {
+    delete ui;
+    delete delegate;
+}
+
+void Widget::setFiles() {
+    const time_t now = time(nullptr);
+    const std::string name = runLogFileName(ctime(&now));
+    if (!freopen(name.c_str(), "w", stderr)) {
+        QMessageBox::information(nullptr, u("Ошибка"),
+                                 u("Не удалось открыть файл ") + QString::fromLatin1(name.c_str()) +
+                                     u(" на запись."));
+        exit(1);
+    }
+}
+
+Widget::PlotArray Widget::plotArray(int count) {
+    PlotArray array(new (std::nothrow) double[count]);
+    if (!array) {
+        QMessageBox::information(nullptr, u("Ошибка"), u("Недостаточно памяти"));
+        exit(1);
+    }
+    return array;
+}
+
+void Widget::on_clearButton_clicked() {
+    clearAll();
+    setPoints(tableColumns[task], tableRows[task]);
+}
+
+void Widget::on_helpButton_clicked() {
+    QMessageBox::information(nullptr, u("Справка"), u(helpText));
+}
+
+void Widget::on_closeButton_clicked() {
+    close();
+}
+
+void Widget::selectTask(int number) {
+    task = number;
+    clearAll();
+    if (number == 0) tableColumns[0] = ui->n->value() + 1;
+    setPoints(tableColumns[task], tableRows[task]);
+
+    // Which input and result widgets each task uses, indexed by task number.
+    struct Group {
+        QWidget* widgets[6];
+        bool shown[5];
+    };
+    const Group groups[] = {
+        {{ui->label_f, ui->exprFunc}, {true, false, false, false, true}},
+        {{ui->label_n, ui->n}, {true, false, false, false, false}},
+        {{ui->label_x1, ui->x1}, {true, true, false, true, true}},
+        {{ui->label_x2, ui->x2, ui->label_h1, ui->h1, ui->label_h2, ui->h2},
+         {false, false, false, false, true}},
+        {{ui->checkRectMethod, ui->checkTrapezMethod, ui->checkSimpsonMethod},
+         {false, false, false, false, true}},
+        {{ui->label_res1, ui->label_res2, ui->res1, ui->res2}, {true, true, true, true, true}},
+        {{ui->label_eps1, ui->eps1}, {true, false, true, false, true}},
+        {{ui->label_eps2, ui->eps2}, {false, false, true, false, false}},
+    };
+    for (const Group& group : groups) {
+        for (QWidget* widget : group.widgets) {
+            if (widget) widget->setVisible(group.shown[task]);
+        }
+    }
+}
+
+void Widget::on_checkInterpolation_clicked() {
+    selectTask(0);
+    ui->label_n->setToolTip(u("Степень интерполяционного полинома"));
+    ui->label_x1->setText(u("X* = "));
+    ui->label_res1->setText(u("L(x) = "));
+    ui->label_res1->setToolTip(u("Полином Лагранжа"));
+    ui->label_res2->setText(u("N(x) = "));
+    ui->label_res2->setToolTip(u("Полином Ньютона"));
+    ui->label_eps1->setText(u("ε(X*) = "));
+    ui->label_eps1->setToolTip(u("Погрешность интерполяции в точке X*"));
+}
+
+void Widget::on_checkSpline_clicked() {
+    selectTask(1);
+    ui->label_x1->setText(u("X* = "));
+    ui->label_res1->setText(u("S(x):"));
+    ui->label_res1->setToolTip(u("Кубический сплайн"));
+    ui->label_res2->setText(u("S(X*) = "));
+    ui->label_res2->setToolTip(u("Значение сплайна в точке X*"));
+}
+
+void Widget::on_checkMNK_clicked() {
+    selectTask(2);
+    ui->label_res1->setText(rich("P", "1", "(x) = "));
+    ui->label_res1->setToolTip(u("Приближающий многочлен 1-ой степени"));
+    ui->label_res2->setText(rich("P", "2", "(x) = "));
+    ui->label_res2->setToolTip(u("Приближающий многочлен 2-ой степени"));
+    ui->label_eps1->setText(rich("ε", "1", " = "));
+    ui->label_eps1->setToolTip(u("Сумма квадратов ошибок для многочлена P1(x)"));
+    ui->label_eps2->setText(rich("ε", "2", " = "));
+    ui->label_eps2->setToolTip(u("Сумма квадратов ошибок для многочлена P2(x)"));
+}
+
+void Widget::on_checkDifferentiation_clicked() {
+    selectTask(3);
+    ui->label_x1->setText(u("X* = "));
+    ui->label_res1->setText(u("f'(X*) = "));
+    ui->label_res1->setToolTip(u("Значение 1-ой производной в точке X*"));
+    ui->label_res2->setText(u("f''(X*) = "));
+    ui->label_res2->setToolTip(u("Значение 2-ой производной в точке X*"));
+}
+
+void Widget::on_checkIntegration_clicked() {
+    selectTask(4);
+    ui->label_x1->setText(rich("x", "1", " = "));
+    ui->label_x2->setText(rich("x", "2", " = "));
+    ui->label_h1->setText(rich("h", "1", " = "));
+    ui->label_h2->setText(rich("h", "2", " = "));
+    ui->label_res1->setText(rich("Ans(h", "1", ") = "));
+    ui->label_res1->setToolTip(u("Значение интеграла, посчитанного с шагом h1"));
+    ui->label_res2->setText(rich("Ans(h", "2", ") = "));
+    ui->label_res2->setToolTip(u("Значение интеграла, посчитанного с шагом h2"));
+    ui->label_eps1->setText(u("ε = "));
+    ui->label_eps1->setToolTip(u("Погрешность, вычисленная методом Рунге-Ромберга"));
+}
+
+void Widget::on_checkRectMethod_clicked() {
+    integrationMethod = 0;
+}
+
+void Widget::on_checkTrapezMethod_clicked() {
+    integrationMethod = 1;
+}
+
+void Widget::on_checkSimpsonMethod_clicked() {
+    integrationMethod = 2;
+}
+
+void Widget::on_n_valueChanged(int value) {
+    tableColumns[0] = value + 1;
+    setPoints(tableColumns[task], tableRows[task]);
+}
+
+void Widget::setPoints(int columns, int rows) {
+    QTableWidget* table = ui->tableFunc;
+    table->setRowCount(rows);
+    table->setColumnCount(columns);
+    if (rows >= 1) {
+        QStringList labels(u("x"));
+        if (rows != 1) labels << u("f(x)");
+        table->setVerticalHeaderLabels(labels);
+    }
+    QStringList headers;
+    for (int c = 0; c < columns; ++c) headers << QString::number(c);
+    table->setHorizontalHeaderLabels(headers);
+
+    for (int r = 0; r < rows; ++r) {
+        table->setItemDelegateForRow(r, delegate);
+        for (int c = 0; c < columns; ++c) {
+            table->setColumnWidth(c, 90);
+            if (!table->item(r, c)) {
+                auto* item = new QTableWidgetItem;
+                item->setData(Qt::DisplayRole, 0.0);
+                table->setItem(r, c, item);
+            }
+        }
+    }
+}
+
+void Widget::clearInput() {
+    ui->tableFunc->clear();
+    ui->exprFunc->clear();
+    ui->x1->setValue(0);
+    ui->x2->setValue(0);
+    ui->h1->setValue(0.5);
+    ui->h2->setValue(0.25);
+    // A click rather than setChecked, so that the slot resets integrationMethod.
+    ui->checkRectMethod->click();
+    ui->n->setValue(3);
+}
+
+void Widget::clearResult() {
+    ui->res1->clear();
+    ui->res2->clear();
+    ui->eps1->clear();
+    ui->eps2->clear();
+    for (QwtPlotCurve& curve : curves) curve.detach();
+    ui->plot->updateLayout();
+    ui->plot->replot();
+}
+
+void Widget::clearAll() {
+    clearInput();
+    clearResult();
+}

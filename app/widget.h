@@ -1,0 +1,109 @@
+#pragma once
+// Widget: the application's one window. It owns the form, the plot's grid,
+// legend and four reusable curves, and the cell editor of the table of
+// points; it receives every user action as a slot, and its task solvers read
+// the input panel, call the numerical code and write the results and plots.
+//
+// Construction redirects the process's standard error into the run log
+// "log-<start time>.txt" in the working directory (the process ends with
+// status 1 when that file cannot be created) and sets the C library's locale
+// to "C". Only one Widget should exist at a time: the run log is
+// process-wide.
+
+#include <memory>
+#include <vector>
+
+#include <QWidget>
+#include <qwt_legend.h>
+#include <qwt_plot_curve.h>
+#include <qwt_plot_grid.h>
+
+#include "expression/function.h"
+#include "numeric/point.h"
+
+class ApproximatingPolynomial;
+class Polynomial;
+class SpinBoxDelegate;
+class Spline;
+class Ui_Widget;
+
+class Widget : public QWidget {
+    Q_OBJECT
+
+public:
+    explicit Widget(QWidget* parent = nullptr);
+    ~Widget() override;
+
+private slots:
+    void on_calcButton_clicked();
+    void on_clearButton_clicked();
+    void on_helpButton_clicked();
+    void on_closeButton_clicked();
+    void on_checkInterpolation_clicked();
+    void on_checkSpline_clicked();
+    void on_checkMNK_clicked();
+    void on_checkDifferentiation_clicked();
+    void on_checkIntegration_clicked();
+    void on_checkRectMethod_clicked();
+    void on_checkTrapezMethod_clicked();
+    void on_checkSimpsonMethod_clicked();
+    void on_n_valueChanged(int value);
+
+private:
+    void setFiles();
+
+    // Makes `number` the selected task and gives the panel its layout.
+    void selectTask(int number);
+    // Sizes the table of points, labels its headers and puts a 0.0 item into
+    // every empty cell; cells that already have an item keep it.
+    void setPoints(int columns, int rows);
+    void clearInput();
+    void clearResult();
+    void clearAll();
+
+    // Task input: the function typed in exprFunc (an empty field means 0),
+    // and the table of points sorted by x; both table readers throw
+    // EqualPointsException for abscissas closer than 1e-8.
+    Function parseFunc();
+    void getTableFunc(std::vector<Point>& points);
+    void calcTableFunc(std::vector<Point>& points);
+
+    // Sample storage of a plot, released when the plot function returns (the
+    // curves keep copies). When the memory cannot be had, the user is told
+    // and the process ends with status 1.
+    using PlotArray = std::unique_ptr<double[]>;
+    static PlotArray plotArray(int count);
+
+    void solveIntegration();
+    void solveInterpolation();
+    void plotInterpolation(const std::vector<Point>& points, const Polynomial& p);
+    void solveDifferentiation();
+    void plotDifferentiation(const std::vector<Point>& points, const Polynomial& p,
+                             const Polynomial& dp, const Polynomial& d2p);
+    void solveMNK();
+    void plotMNK(const std::vector<Point>& points, const ApproximatingPolynomial& p1,
+                 const ApproximatingPolynomial& p2);
+    void solveSpline();
+    void plotSpline(const std::vector<Point>& points, const Spline& s);
+
+    // 0 interpolation, 1 cubic spline, 2 least squares, 3 differentiation,
+    // 4 integration.
+    int task;
+    // 0 rectangles, 1 trapezoidal rule, 2 Simpson's rule.
+    int integrationMethod;
+    // Table shape per task; tableColumns[0] follows the spin box n (n + 1).
+    int tableColumns[5];
+    int tableRows[5];
+    // Created without a parent; the window deletes it (the table holds only
+    // a guarded pointer to it), so that it lives exactly as long as the
+    // window, which in the program is the whole process.
+    SpinBoxDelegate* delegate;
+    int plotSamples;
+    // The plot items are members, declared before ui on purpose: they are
+    // destroyed (and so detached from the plot) before the QWidget base
+    // deletes the plot, which would otherwise delete attached items itself.
+    QwtPlotCurve curves[4];
+    QwtPlotGrid grid;
+    QwtLegend legend;
+    Ui_Widget* ui;
+};

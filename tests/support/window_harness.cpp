@@ -1,0 +1,103 @@
+#include "window_harness.h"
+
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <iostream>
+#include <sstream>
+#include <unistd.h>
+
+#include <QAbstractButton>
+#include <QAbstractItemView>
+#include <QApplication>
+#include <QDoubleSpinBox>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QLocale>
+#include <QTest>
+#include <gtest/gtest.h>
+
+WindowHarness::WindowHarness() : savedStderr_(dup(2)) {
+    window_ = std::make_unique<Widget>();
+    window_->show();
+}
+
+WindowHarness::~WindowHarness() {
+    window_.reset();
+    std::cerr.flush();
+    std::fflush(stderr);
+    dup2(savedStderr_, 2);
+    close(savedStderr_);
+}
+
+void WindowHarness::missingChild(const char* name) {
+    ADD_FAILURE() << "the window has no child named " << name;
+}
+
+void WindowHarness::click(const char* name) {
+    child<QAbstractButton>(name)->click();
+}
+
+void WindowHarness::typeCell(int row, int column, double value) {
+    auto* table = child<QTableWidget>("tableFunc");
+    QTableWidgetItem* item = table->item(row, column);
+    ASSERT_NE(item, nullptr) << "no cell " << row << ", " << column;
+    table->setCurrentItem(item);
+    table->editItem(item);
+    auto* editor = qobject_cast<QDoubleSpinBox*>(table->indexWidget(table->model()->index(row, column)));
+    ASSERT_NE(editor, nullptr) << "cell " << row << ", " << column << " opened no spin box";
+    QLineEdit* line = editor->findChild<QLineEdit*>();
+    line->selectAll();
+    QTest::keyClicks(line, editor->locale().toString(value, 'f', 5));
+    QTest::keyClick(editor, Qt::Key_Return);
+    // The delegate commits and closes the editor through a queued call, and
+    // the closed editor is deleted later: let both happen now.
+    QCoreApplication::processEvents();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+void WindowHarness::typeNumber(const char* name, double value) {
+    auto* box = child<QDoubleSpinBox>(name);
+    ASSERT_NE(box, nullptr);
+    QLineEdit* line = box->findChild<QLineEdit*>();
+    line->selectAll();
+    QTest::keyClicks(line, box->locale().toString(value, 'f', box->decimals()));
+    QTest::keyClick(box, Qt::Key_Return);
+}
+
+void WindowHarness::typeText(const char* name, const QString& text) {
+    auto* line = child<QLineEdit>(name);
+    ASSERT_NE(line, nullptr);
+    line->selectAll();
+    line->del();
+    // One key press per character, carrying the character itself, so that
+    // letters outside Latin-1 arrive as a keyboard layout would send them.
+    for (const QChar ch : text) {
+        QKeyEvent press(QEvent::KeyPress, 0, Qt::NoModifier, QString(ch));
+        QKeyEvent release(QEvent::KeyRelease, 0, Qt::NoModifier, QString(ch));
+        QApplication::sendEvent(line, &press);
+        QApplication::sendEvent(line, &release);
+    }
+}
+
+double WindowHarness::cell(int row, int column) const {
+    QTableWidgetItem* item = child<QTableWidget>("tableFunc")->item(row, column);
+    return item ? item->data(Qt::DisplayRole).toDouble() : -12345.0;
+}
+
+std::string WindowHarness::logName() const {
+    for (const auto& entry : std::filesystem::directory_iterator(dir_.path())) {
+        const std::string name = entry.path().filename().string();
+        if (name.rfind("log-", 0) == 0) return name;
+    }
+    return std::string();
+}
+
+std::string WindowHarness::log() const {
+    std::cerr.flush();
+    std::fflush(stderr);
+    std::ifstream in(dir_.path() + "/" + logName(), std::ios::binary);
+    std::ostringstream text;
+    text << in.rdbuf();
+    return text.str();
+}

@@ -1,16 +1,12 @@
 #pragma once
 // ModalBoxCatcher: answers the application's modal message boxes in tests.
-// While an instance is alive, a timer polls QApplication::activeModalWidget()
-// every 10 ms; each message box found is recorded (title, text, buttons,
-// icon, parent) and closed with its Ok button (or rejected if it has none).
-// The timer runs inside the box's own event loop, so code that opens a box
-// and waits for it (QMessageBox::information) returns normally.
+// While alive, a 10 ms timer (which also runs inside a box's own event loop)
+// records each visible QMessageBox and closes it with Ok (or rejects it).
 
 #include <functional>
 #include <vector>
 
 #include <QMessageBox>
-#include <QObject>
 #include <QString>
 #include <QTimer>
 
@@ -31,13 +27,11 @@ public:
     // Every box caught since construction or since the last take().
     std::vector<CaughtBox> take();
 
-    // Called for each box as it is caught, before it is closed: a box shown
-    // just before the process exits can only be reported from here.
+    // Called for each box before it is closed: a box shown just before the
+    // process exits can only be reported from here.
     std::function<void(const CaughtBox&)> onBox;
 
 private:
-    void poll();
-
     QTimer timer_;
     std::vector<CaughtBox> boxes_;
 };

@@ -8,17 +8,27 @@
 #include <unistd.h>
 
 #include <QAbstractButton>
-#include <QAbstractItemView>
 #include <QApplication>
 #include <QDoubleSpinBox>
 #include <QKeyEvent>
 #include <QLineEdit>
-#include <QLocale>
 #include <QTest>
 #include <gtest/gtest.h>
 
-WindowHarness::WindowHarness() : savedStderr_(dup(2)) {
-    window_ = std::make_unique<Widget>();
+namespace {
+
+// Selects everything in a spin box's line edit, types the value as the box
+// shows it (locale and decimals) and commits it with Return.
+void typeInto(QDoubleSpinBox* box, double value) {
+    QLineEdit* line = box->findChild<QLineEdit*>();
+    line->selectAll();
+    QTest::keyClicks(line, box->locale().toString(value, 'f', box->decimals()));
+    QTest::keyClick(box, Qt::Key_Return);
+}
+
+}  // namespace
+
+WindowHarness::WindowHarness() : savedStderr_(dup(2)), window_(std::make_unique<Widget>()) {
     window_->show();
 }
 
@@ -46,43 +56,35 @@ void WindowHarness::typeCell(int row, int column, double value) {
     table->editItem(item);
     auto* editor = qobject_cast<QDoubleSpinBox*>(table->indexWidget(table->model()->index(row, column)));
     ASSERT_NE(editor, nullptr) << "cell " << row << ", " << column << " opened no spin box";
-    QLineEdit* line = editor->findChild<QLineEdit*>();
-    line->selectAll();
-    QTest::keyClicks(line, editor->locale().toString(value, 'f', 5));
-    QTest::keyClick(editor, Qt::Key_Return);
-    // The delegate commits and closes the editor through a queued call, and
-    // the closed editor is deleted later: let both happen now.
+    typeInto(editor, value);
+    // The delegate commits and closes the editor through a queued call and
+    // deletes it later: let both happen now.
     QCoreApplication::processEvents();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-}
-
-void WindowHarness::typeNumber(const char* name, double value) {
-    auto* box = child<QDoubleSpinBox>(name);
-    ASSERT_NE(box, nullptr);
-    QLineEdit* line = box->findChild<QLineEdit*>();
-    line->selectAll();
-    QTest::keyClicks(line, box->locale().toString(value, 'f', box->decimals()));
-    QTest::keyClick(box, Qt::Key_Return);
-}
-
-void WindowHarness::typeText(const char* name, const QString& text) {
-    auto* line = child<QLineEdit>(name);
-    ASSERT_NE(line, nullptr);
-    line->selectAll();
-    line->del();
-    // One key press per character, carrying the character itself, so that
-    // letters outside Latin-1 arrive as a keyboard layout would send them.
-    for (const QChar ch : text) {
-        QKeyEvent press(QEvent::KeyPress, 0, Qt::NoModifier, QString(ch));
-        QKeyEvent release(QEvent::KeyRelease, 0, Qt::NoModifier, QString(ch));
-        QApplication::sendEvent(line, &press);
-        QApplication::sendEvent(line, &release);
-    }
 }
 
 double WindowHarness::cell(int row, int column) const {
     QTableWidgetItem* item = child<QTableWidget>("tableFunc")->item(row, column);
     return item ? item->data(Qt::DisplayRole).toDouble() : -12345.0;
+}
+
+void WindowHarness::typeNumber(const char* name, double value) {
+    if (auto* box = child<QDoubleSpinBox>(name)) typeInto(box, value);
+}
+
+void WindowHarness::typeText(const char* name, const QString& text) {
+    auto* line = child<QLineEdit>(name);
+    if (!line) return;
+    line->selectAll();
+    line->del();
+    // One key event per character carrying the character itself, so that
+    // letters outside Latin-1 arrive as a keyboard layout would send them.
+    for (const QChar ch : text) {
+        for (QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease}) {
+            QKeyEvent event(type, 0, Qt::NoModifier, QString(ch));
+            QApplication::sendEvent(line, &event);
+        }
+    }
 }
 
 std::string WindowHarness::logName() const {

@@ -1,9 +1,8 @@
 #pragma once
-// WindowHarness: the application's main window under test. It makes a fresh
-// temporary working directory (the window writes its run log there), builds
-// and shows the window, answers every message box through a ModalBoxCatcher,
-// and on destruction closes the window and gives file descriptor 2 back to
-// the test process (the window redirects standard error into its log).
+// WindowHarness: the main window under test, built and shown in a fresh
+// temporary working directory (where it writes its run log), with every
+// message box answered by a ModalBoxCatcher. Destruction closes the window
+// and gives file descriptor 2 (redirected into the log) back to the test.
 
 #include <memory>
 #include <string>
@@ -35,15 +34,13 @@ public:
         return widget;
     }
 
-    // Clicks the named button (a push button or a radio button).
+    // Clicks the named push or radio button.
     void click(const char* name);
-    // Edits one cell of the table of points through its cell editor, typing
-    // the value as a user would (with the window's decimal comma) and
-    // committing it with Return.
+    // Types into a table cell through its editor, as a user would (decimal
+    // comma, Return to commit).
     void typeCell(int row, int column, double value);
     double cell(int row, int column) const;
-    // Types a number into the named spin box (decimal comma, as shown) or a
-    // text into the named line edit, replacing what was there.
+    // Replaces the content of the named spin box or line edit by typing.
     void typeNumber(const char* name, double value);
     void typeText(const char* name, const QString& text);
 

@@ -1,7 +1,8 @@
 #pragma once
-// Helpers shared by the linear-algebra tests: matrices from row lists,
-// reproducible random matrices, distances between results, and the name of
-// the exception class an action throws (so must-fail table rows can name it).
+// Helpers shared by the linear-algebra tests: matrices from row lists, reproducible random
+// matrices, distances between results, the exception class an action throws, and its run log.
+
+#include <gtest/gtest.h>
 
 #include <cmath>
 #include <functional>
@@ -11,8 +12,10 @@
 
 #include "errors/errors.h"
 #include "linalg/matrix.h"
+#include "stderr_capture.h"
 
 using Rows = std::vector<std::vector<double>>;
+using Vec = std::vector<double>;
 
 inline Matrix fromRows(const Rows& rows) {
     Matrix m(static_cast<int>(rows.size()));
@@ -20,55 +23,53 @@ inline Matrix fromRows(const Rows& rows) {
     return m;
 }
 
-// "none" when the action returns normally.
+#define LINALG_CATCH_AS(E) catch (const E&) { return #E; }
+// The name of the class the action throws, "none" when it returns normally.
 inline std::string thrownBy(const std::function<void()>& action) {
     try {
         action();
-    } catch (const MatrixIsSingular&) {
-        return "MatrixIsSingular";
-    } catch (const MatrixIsNotTridiagonal&) {
-        return "MatrixIsNotTridiagonal";
-    } catch (const MatrixIndexOutOfBound&) {
-        return "MatrixIndexOutOfBound";
-    } catch (const MatrixWrongDimensions&) {
-        return "MatrixWrongDimensions";
-    } catch (const VectorWrongDimensions&) {
-        return "VectorWrongDimensions";
-    } catch (const MaxItersCountAchieved&) {
-        return "MaxItersCountAchieved";
-    } catch (const MatrixIsNotSymmetrical&) {
-        return "MatrixIsNotSymmetrical";
     }
+    LINALG_CATCH_AS(MatrixIsSingular) LINALG_CATCH_AS(MatrixIsNotTridiagonal)
+    LINALG_CATCH_AS(MatrixIndexOutOfBound) LINALG_CATCH_AS(MatrixWrongDimensions)
+    LINALG_CATCH_AS(VectorWrongDimensions) LINALG_CATCH_AS(MaxItersCountAchieved)
+    LINALG_CATCH_AS(MatrixIsNotSymmetrical)
     return "none";
 }
 
-// Strictly diagonally dominant, so well conditioned and safe for every solver.
-inline Matrix randomDominant(int n, unsigned seed) {
-    std::mt19937 gen(seed);
-    std::uniform_real_distribution<double> dist(-1.0, 1.0);
-    Matrix A(n);
-    for (int i = 0; i < n; ++i) {
-        for (int j = 0; j < n; ++j) A[i][j] = dist(gen);
-        A[i][i] = (A[i][i] < 0 ? -1.0 : 1.0) * (n + 1.0);
-    }
-    return A;
+// The run log the action writes; the class it throws goes to `thrown`, or must be "none".
+inline std::string logOf(const std::function<void()>& action, std::string* thrown = nullptr) {
+    StderrCapture log;
+    const std::string t = thrownBy(action);
+    if (thrown) *thrown = t; else EXPECT_EQ(t, "none");
+    return log.take();
 }
 
-inline std::vector<double> randomVector(int n, unsigned seed) {
+inline Vec randomVector(int n, unsigned seed, double scale = 10.0) {
     std::mt19937 gen(seed);
-    std::uniform_real_distribution<double> dist(-10.0, 10.0);
-    std::vector<double> v(static_cast<std::size_t>(n));
+    std::uniform_real_distribution<double> dist(-scale, scale);
+    Vec v(static_cast<std::size_t>(n));
     for (double& x : v) x = dist(gen);
     return v;
 }
 
+// Strictly diagonally dominant: well conditioned, fine for every solver, no row exchanges.
+inline Matrix randomDominant(int n, unsigned seed) {
+    Matrix A(n);
+    for (int i = 0; i < n; ++i) A[i] = randomVector(n, seed * 1000 + i, 1.0), A[i][i] += n;
+    return A;
+}
+
+// Largest element-wise distance: infinite for different sizes, NaN when either holds a NaN.
 inline double maxAbsDiff(const Matrix& A, const Matrix& B) {
+    if (A.dimension() != B.dimension()) return INFINITY;
     double m = 0.0;
     for (int i = 0; i < A.dimension(); ++i)
-        for (int j = 0; j < A.dimension(); ++j) m = std::fmax(m, std::fabs(A[i][j] - B[i][j]));
+        for (int j = 0; j < A.dimension(); ++j) {
+            const double d = std::fabs(A[i][j] - B[i][j]);
+            if (std::isnan(d)) return d;
+            m = std::fmax(m, d);
+        }
     return m;
 }
 
-inline double residual(const Matrix& A, const std::vector<double>& x, const std::vector<double>& b) {
-    return norm(A * x - b);
-}
+inline double residual(const Matrix& A, const Vec& x, const Vec& b) { return norm(A * x - b); }

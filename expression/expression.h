@@ -18,7 +18,16 @@
 // streams; the number re-read of calculate and the callers' own formatting
 // follow the C library's locale, which the application keeps at "C".
 // Not thread-safe: eval changes the stored variables.
+//
+// Speed: the constructor also compiles the postfix sequence into a private
+// program (opcodes, number texts read once with the same "%50lg" conversion),
+// which eval runs instead of walking the tokens. Every result, exception and
+// the moment it is thrown are those of calculate(postfix): sequences the
+// program cannot reproduce step for step (a unary *, / or ^) are left to
+// calculate, and so is every evaluation while the C library's decimal point
+// is not "." or the rounding mode is not to-nearest.
 
+#include <cstddef>
 #include <cstdint>
 #include <map>
 #include <set>
@@ -54,6 +63,15 @@ public:
     // required), then evaluates the expression. Assignments stay for later calls.
     double eval(const std::string& text);
 
+    // The fast route of eval(name + " = " + the "%lg" text of value), taken
+    // without writing the text: when the C library's decimal point is "." and
+    // its rounding mode to-nearest, and value is 0 or 1e-17 <= |value| < 1e27,
+    // stores under `name` the value that text denotes, evaluates into
+    // `result` and returns true (or throws what eval would throw). Otherwise
+    // changes nothing and returns false: the caller then writes the text and
+    // calls eval. `name` must be a valid name.
+    bool eval_printed(const std::string& name, double value, double& result);
+
     // The steps of the pipeline above. They are public so that each can be
     // exercised on its own; ordinary users need only the constructor and eval.
 
@@ -88,4 +106,21 @@ private:
     std::set<std::string> operators;
     std::map<std::string, double> variables;  // pi and every assigned name
     std::vector<token> postfix;
+
+    // The compiled form of postfix. Instructions refer to variables by the
+    // index of their token in postfix, never by pointer, so that copies stay
+    // independent.
+    struct instruction {
+        std::uint8_t op;      // an operation code, see expression_eval.cpp
+        std::uint32_t token;  // variables: index of the token in postfix
+        std::uint32_t slot;   // variables: index of the name among the distinct names
+        double number;        // the value of a number token
+    };
+    void compile();
+    double run_program() const;
+
+    std::vector<instruction> program;
+    std::size_t program_depth = 0;  // the most values on the stack at once
+    std::size_t program_names = 0;  // distinct variable names
+    bool program_valid = false;     // compiled, and equivalent to calculate(postfix)
 };

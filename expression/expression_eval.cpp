@@ -1,13 +1,172 @@
 // Expression: construction, conversion into postfix order, assignment texts
 // and evaluation.
 
+#include <algorithm>
 #include <cmath>
+#include <cstdint>
 #include <cstdio>
 #include <locale>
 #include <sstream>
+#include <utility>
 
 #include "errors/errors.h"
+#include "expression/decimal_rounding.h"
 #include "expression/expression.h"
+
+namespace {
+
+// Operation codes of the compiled program. The formulas live in the two
+// apply_*_code functions below only, shared by calculate (through
+// apply_unary, apply_binary and apply_function) and by the program, so both
+// compute every value with the same operations.
+enum : std::uint8_t {
+    op_invalid,   // no such operator or function
+    op_identity,  // unary +: compiled to nothing
+    op_number,
+    op_variable,        // the first use of a name in the sequence
+    op_variable_again,  // a later use of the same name
+    op_add,
+    op_subtract,
+    op_multiply,
+    op_divide,
+    op_power,
+    op_negate,
+    op_sin,
+    op_cos,
+    op_tg,
+    op_ctg,
+    op_arcsin,
+    op_arccos,
+    op_arctg,
+    op_arcctg,
+    op_exp,
+    op_ln,
+    op_log10,
+    op_log2,
+    op_abs,
+    op_sqrt,
+    op_sinh,
+    op_cosh
+};
+
+std::uint8_t binary_code(const std::string& op)
+{
+    if (op == "+") {
+        return op_add;
+    }
+    if (op == "-") {
+        return op_subtract;
+    }
+    if (op == "*") {
+        return op_multiply;
+    }
+    if (op == "/") {
+        return op_divide;
+    }
+    if (op == "^") {
+        return op_power;
+    }
+    return op_invalid;
+}
+
+std::uint8_t unary_code(const std::string& op)
+{
+    if (op == "+") {
+        return op_identity;
+    }
+    if (op == "-") {
+        return op_negate;
+    }
+    return op_invalid;
+}
+
+std::uint8_t function_code(const std::string& name)
+{
+    static const struct {
+        const char* name;
+        std::uint8_t code;
+    } table[] = {{"sin", op_sin},       {"cos", op_cos},       {"tg", op_tg},
+                 {"ctg", op_ctg},       {"arcsin", op_arcsin}, {"arccos", op_arccos},
+                 {"arctg", op_arctg},   {"arcctg", op_arcctg}, {"exp", op_exp},
+                 {"ln", op_ln},         {"log10", op_log10},   {"log2", op_log2},
+                 {"abs", op_abs},       {"sqrt", op_sqrt},     {"sinh", op_sinh},
+                 {"cosh", op_cosh}};
+    for (const auto& entry : table) {
+        if (name == entry.name) {
+            return entry.code;
+        }
+    }
+    return op_invalid;
+}
+
+double apply_binary_code(std::uint8_t code, double a, double b)
+{
+    switch (code) {
+    case op_add:
+        return a + b;
+    case op_subtract:
+        return a - b;
+    case op_multiply:
+        return a * b;
+    case op_divide:
+        return a / b;
+    default:  // op_power
+        return std::pow(a, b);
+    }
+}
+
+// The unary minus and the sixteen functions.
+double apply_unary_code(std::uint8_t code, double a)
+{
+    switch (code) {
+    case op_negate:
+        return -a;
+    case op_sin:
+        return std::sin(a);
+    case op_cos:
+        return std::cos(a);
+    case op_tg:
+        return std::tan(a);
+    case op_ctg:
+        return 1.0 / std::tan(a);
+    case op_arcsin:
+        return std::asin(a);
+    case op_arccos:
+        return std::acos(a);
+    case op_arctg:
+        return std::atan(a);
+    case op_arcctg:
+        return 1.5707963267948966 - std::atan(a);
+    case op_exp:
+        return std::exp(a);
+    case op_ln:
+        return std::log(a);
+    case op_log10:
+        return std::log10(a);
+    case op_log2:
+        // A division by ln 2, not a product with its reciprocal: log2(8) is exactly 3.
+        return std::log(a) / 0.6931471805599453;
+    case op_abs:
+        return std::fabs(a);
+    case op_sqrt:
+        return std::sqrt(a);
+    case op_sinh:
+        return std::sinh(a);
+    default:  // op_cosh
+        return std::cosh(a);
+    }
+}
+
+// Only the final value is checked: 1/(1/0) is a valid 0.
+double checked(double result)
+{
+    if (std::isnan(result) || std::isinf(std::fabs(result))) {
+        throw ExpressionBadResult();
+    }
+    return result;
+}
+
+}  // namespace
 
 Expression::Expression(const std::string& text)
 {
@@ -15,6 +174,7 @@ Expression::Expression(const std::string& text)
     split(text, infix);
     check_expression(infix);
     convert_expression(infix, postfix);
+    compile();
 }
 
 void Expression::convert_expression(std::vector<token>& infix, std::vector<token>& out) const
@@ -171,101 +331,181 @@ double Expression::calculate(const std::vector<token>& postfix_sequence) const
     if (stack.size() != 1) {
         throw ExpressionWrongFormat();
     }
-    // Only the final value is checked: 1/(1/0) is a valid 0.
-    const double result = stack.back();
-    if (std::isnan(result) || std::isinf(std::fabs(result))) {
-        throw ExpressionBadResult();
-    }
-    return result;
+    return checked(stack.back());
 }
 
 double Expression::eval(const std::string& text)
 {
     set_variables(text);
-    return calculate(postfix);
+    return program_valid && decimal_rounding::standard_environment() ? run_program() : calculate(postfix);
+}
+
+bool Expression::eval_printed(const std::string& name, double value, double& result)
+{
+    double rounded = 0.0;
+    if (!decimal_rounding::standard_environment() || !decimal_rounding::round_like_printf(value, rounded)) {
+        return false;
+    }
+    variables[name] = rounded;
+    result = program_valid ? run_program() : calculate(postfix);
+    return true;
+}
+
+void Expression::compile()
+{
+    program.clear();
+    program_depth = 0;
+    program_names = 0;
+    program_valid = false;
+    // The numbers are read now with the conversion calculate uses; that
+    // reading depends on the C library's locale and rounding mode, so the
+    // program is only valid in the environment in which it is run.
+    if (!decimal_rounding::standard_environment() || postfix.size() > UINT32_MAX) {
+        return;
+    }
+    std::vector<instruction> code;
+    std::size_t depth = 0;
+    std::size_t most = 0;
+    std::vector<const std::string*> names;  // distinct variable names, by first use
+    for (std::size_t i = 0; i < postfix.size(); ++i) {
+        const token& t = postfix[i];
+        instruction in{op_number, static_cast<std::uint32_t>(i), 0, 0.0};
+        std::size_t operands = 0;
+        switch (t.type) {
+        case number:
+            if (std::sscanf(t.text.c_str(), "%50lg", &in.number) != 1) {
+                return;
+            }
+            break;
+        case variable: {
+            // The first use of a name looks it up (and throws if it has no
+            // value); later uses take the value found then, which cannot
+            // change during one evaluation.
+            const auto same = [&t](const std::string* name) { return *name == t.text; };
+            const auto known = std::find_if(names.begin(), names.end(), same);
+            in.slot = static_cast<std::uint32_t>(known - names.begin());
+            if (known == names.end()) {
+                in.op = op_variable;
+                names.push_back(&t.text);
+            } else {
+                in.op = op_variable_again;
+            }
+            break;
+        }
+        case binary_operator:
+            in.op = binary_code(t.text);
+            operands = 2;
+            break;
+        case unary_operator:
+            in.op = unary_code(t.text);
+            operands = 1;
+            break;
+        case function:
+            in.op = function_code(t.text);
+            operands = 1;
+            break;
+        default:
+            return;
+        }
+        // A step that calculate would turn into an exception stays with calculate.
+        if (in.op == op_invalid || depth < operands) {
+            return;
+        }
+        depth = depth - operands + 1;
+        most = std::max(most, depth);
+        if (in.op != op_identity) {
+            code.push_back(in);
+        }
+    }
+    if (depth != 1) {
+        return;
+    }
+    program = std::move(code);
+    program_depth = most;
+    program_names = names.size();
+    program_valid = true;
+}
+
+double Expression::run_program() const
+{
+    constexpr std::size_t kLocal = 32;
+    double local_stack[kLocal];
+    double local_values[kLocal];
+    std::vector<double> large_stack;
+    std::vector<double> large_values;
+    double* stack = local_stack;
+    double* values = local_values;  // of the distinct names, once looked up
+    if (program_depth > kLocal) {
+        large_stack.resize(program_depth);
+        stack = large_stack.data();
+    }
+    if (program_names > kLocal) {
+        large_values.resize(program_names);
+        values = large_values.data();
+    }
+    // top is the number of values on the stack; compile has checked that no
+    // instruction finds too few.
+    std::size_t top = 0;
+    for (const instruction& in : program) {
+        switch (in.op) {
+        case op_number:
+            stack[top++] = in.number;
+            break;
+        case op_variable: {
+            const std::string& name = postfix[in.token].text;
+            const auto found = variables.find(name);
+            if (found == variables.end()) {
+                throw ExpressionUnknownVariable(name);
+            }
+            values[in.slot] = found->second;
+            stack[top++] = found->second;
+            break;
+        }
+        case op_variable_again:
+            stack[top++] = values[in.slot];
+            break;
+        case op_add:
+        case op_subtract:
+        case op_multiply:
+        case op_divide:
+        case op_power:
+            --top;
+            stack[top - 1] = apply_binary_code(in.op, stack[top - 1], stack[top]);
+            break;
+        default:
+            stack[top - 1] = apply_unary_code(in.op, stack[top - 1]);
+            break;
+        }
+    }
+    return checked(stack[0]);
 }
 
 double Expression::apply_unary(const std::string& op, double a) const
 {
-    if (op == "+") {
+    const std::uint8_t code = unary_code(op);
+    if (code == op_identity) {
         return a;
     }
-    if (op == "-") {
-        return -a;
+    if (code == op_invalid) {
+        throw ExpressionWrongFormat();
     }
-    throw ExpressionWrongFormat();
+    return apply_unary_code(code, a);
 }
 
 double Expression::apply_binary(const std::string& op, double a, double b) const
 {
-    if (op == "+") {
-        return a + b;
+    const std::uint8_t code = binary_code(op);
+    if (code == op_invalid) {
+        throw ExpressionWrongFormat();
     }
-    if (op == "-") {
-        return a - b;
-    }
-    if (op == "*") {
-        return a * b;
-    }
-    if (op == "/") {
-        return a / b;
-    }
-    if (op == "^") {
-        return std::pow(a, b);
-    }
-    throw ExpressionWrongFormat();
+    return apply_binary_code(code, a, b);
 }
 
 double Expression::apply_function(const std::string& name, double a) const
 {
-    if (name == "sin") {
-        return std::sin(a);
+    const std::uint8_t code = function_code(name);
+    if (code == op_invalid) {
+        throw ExpressionWrongFormat();
     }
-    if (name == "cos") {
-        return std::cos(a);
-    }
-    if (name == "tg") {
-        return std::tan(a);
-    }
-    if (name == "ctg") {
-        return 1.0 / std::tan(a);
-    }
-    if (name == "arcsin") {
-        return std::asin(a);
-    }
-    if (name == "arccos") {
-        return std::acos(a);
-    }
-    if (name == "arctg") {
-        return std::atan(a);
-    }
-    if (name == "arcctg") {
-        return 1.5707963267948966 - std::atan(a);
-    }
-    if (name == "exp") {
-        return std::exp(a);
-    }
-    if (name == "ln") {
-        return std::log(a);
-    }
-    if (name == "log10") {
-        return std::log10(a);
-    }
-    if (name == "log2") {
-        // A division by ln 2, not a product with its reciprocal: log2(8) is exactly 3.
-        return std::log(a) / 0.6931471805599453;
-    }
-    if (name == "abs") {
-        return std::fabs(a);
-    }
-    if (name == "sqrt") {
-        return std::sqrt(a);
-    }
-    if (name == "sinh") {
-        return std::sinh(a);
-    }
-    if (name == "cosh") {
-        return std::cosh(a);
-    }
-    throw ExpressionWrongFormat();
+    return apply_unary_code(code, a);
 }

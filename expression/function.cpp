@@ -12,6 +12,13 @@ Function::Function(const std::string& text) : expression(text) {}
 double Function::operator()(double x)
 {
     checkValue(x);
+    // Usually the value that the text below would assign is computed without
+    // the text.
+    static const std::string name = "x";
+    double result = 0.0;
+    if (expression.eval_printed(name, x, result)) {
+        return result;
+    }
     char buffer[300];
     std::snprintf(buffer, sizeof buffer, "x = %lg", x);
     return expression.eval(std::string(buffer));

@@ -1,7 +1,6 @@
 #pragma once
-// Helpers shared by the expression tests: a read-only look at the private
-// tables of an Expression, and a compact text form of token sequences
-// ("number:0.5 undefined_operator:*") for readable comparisons.
+// Helpers shared by the expression tests: a read-only look at the private tables of an
+// Expression, and a compact text form of token sequences ("number:0.5 undefined_operator:*").
 
 #include <map>
 #include <set>
@@ -13,7 +12,7 @@
 struct ExpressionTestAccess {
     static const std::set<std::string>& functions(const Expression& e) { return e.functions; }
     static const std::set<std::string>& operators(const Expression& e) { return e.operators; }
-    static const std::map<std::string, double>& variables(const Expression& e) { return e.variables; }
+    static const auto& variables(const Expression& e) { return e.variables; }
     static const std::vector<Expression::token>& postfix(const Expression& e) { return e.postfix; }
 };
 
@@ -21,10 +20,7 @@ inline std::string describe(const std::vector<Expression::token>& tokens)
 {
     std::string s;
     for (const Expression::token& t : tokens) {
-        if (!s.empty()) {
-            s += ' ';
-        }
-        s += Expression::token_t_list[t.type] + ":" + t.text;
+        s += (s.empty() ? "" : " ") + Expression::token_t_list[t.type] + ":" + t.text;
     }
     return s;
 }
@@ -32,8 +28,7 @@ inline std::string describe(const std::vector<Expression::token>& tokens)
 // The tokens of `text` as split produces them (no check, no conversion).
 inline std::vector<Expression::token> splitText(const std::string& text)
 {
-    Expression e("0");
     std::vector<Expression::token> out;
-    e.split(text, out);
+    Expression("0").split(text, out);
     return out;
 }

@@ -23,9 +23,17 @@ export UBSAN_OPTIONS="print_stacktrace=1:halt_on_error=1"
 for target in function eval; do
   cp -r "$root/fuzz/corpus/$target" "$work/$target"
   echo "== ${target}_fuzz for ${seconds} s"
-  "$build/fuzz/${target}_fuzz" "$work/$target" \
-    -dict="$root/fuzz/expression.dict" \
-    -max_total_time="$seconds" -timeout=1 -rss_limit_mb=2048 \
-    -artifact_prefix="$build/artifacts/${target}-" -print_final_stats=1
+  # libFuzzer reports every new input; keep its output and show the summary.
+  if ! "$build/fuzz/${target}_fuzz" "$work/$target" \
+      -dict="$root/fuzz/expression.dict" \
+      -max_total_time="$seconds" -timeout=1 -rss_limit_mb=2048 \
+      -artifact_prefix="$build/artifacts/${target}-" -print_final_stats=1 \
+      > "$build/${target}_fuzz.log" 2>&1; then
+    tail -n 60 "$build/${target}_fuzz.log"
+    echo "fuzzing: ${target}_fuzz failed (full output: $build/${target}_fuzz.log)" >&2
+    exit 1
+  fi
+  grep -E '^(Done|stat::number_of_executed_units|stat::average_exec_per_sec|stat::peak_rss_mb)' \
+    "$build/${target}_fuzz.log"
 done
 echo "fuzzing: no crash"

@@ -114,6 +114,31 @@ Widget::PlotArray Widget::plotArray(int count) {
     return array;
 }
 
+void Widget::showCurves(const std::vector<Point>& points, const double* xs, int samples,
+                        std::initializer_list<SampledLine> lines) {
+    const int c = tableColumns[task];
+    const PlotArray pointX = plotArray(c);
+    const PlotArray pointY = plotArray(c);
+    for (int i = 0; i < c; ++i) {
+        pointX[i] = points[i].x;
+        pointY[i] = points[i].y;
+    }
+
+    const int lineCount = static_cast<int>(lines.size());
+    for (int k = 1; k <= lineCount; ++k) curves[k].attach(ui->plot);
+    curves[0].attach(ui->plot);
+    curves[0].setSamples(pointX.get(), pointY.get(), c);
+    curves[0].setTitle(QString::fromUtf8("f(x)"));
+    int k = 1;
+    for (const SampledLine& line : lines) {
+        curves[k].setSamples(xs, line.ys, samples);
+        curves[k].setTitle(QString::fromUtf8(line.title));
+        ++k;
+    }
+    ui->plot->updateLayout();
+    ui->plot->replot();
+}
+
 void Widget::on_clearButton_clicked() {
     clearAll();
     setPoints(tableColumns[task], tableRows[task]);

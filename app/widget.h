@@ -10,6 +10,7 @@
 // to "C". Only one Widget should exist at a time: the run log is
 // process-wide.
 
+#include <initializer_list>
 #include <memory>
 #include <vector>
 
@@ -73,6 +74,15 @@ private:
     // and the process ends with status 1.
     using PlotArray = std::unique_ptr<double[]>;
     static PlotArray plotArray(int count);
+    // Draws the table's points as red dots (curves[0], "f(x)") over the
+    // sampled lines: curves[k] gets (xs, lines[k-1].ys) titled lines[k-1].title.
+    // The lines are attached first and the dots last, so the dots lie on top.
+    struct SampledLine {
+        const double* ys;
+        const char* title;
+    };
+    void showCurves(const std::vector<Point>& points, const double* xs, int samples,
+                    std::initializer_list<SampledLine> lines);
 
     void solveIntegration();
     void solveInterpolation();

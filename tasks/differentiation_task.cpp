@@ -40,8 +40,6 @@ void Widget::plotDifferentiation(const std::vector<Point>& points, const Polynom
     const PlotArray sampleP = plotArray(m);
     const PlotArray sampleDP = plotArray(m);
     const PlotArray sampleD2P = plotArray(m);
-    const PlotArray pointX = plotArray(c);
-    const PlotArray pointY = plotArray(c);
 
     const double a = points[0].x;
     const double b = points[c - 1].x;
@@ -52,23 +50,6 @@ void Widget::plotDifferentiation(const std::vector<Point>& points, const Polynom
         sampleDP[i] = dp.calc(sampleX[i]);
         sampleD2P[i] = d2p.calc(sampleX[i]);
     }
-    for (int i = 0; i < c; ++i) {
-        pointX[i] = points[i].x;
-        pointY[i] = points[i].y;
-    }
-
-    curves[1].attach(ui->plot);
-    curves[2].attach(ui->plot);
-    curves[3].attach(ui->plot);
-    curves[0].attach(ui->plot);
-    curves[0].setSamples(pointX.get(), pointY.get(), c);
-    curves[1].setSamples(sampleX.get(), sampleP.get(), m);
-    curves[2].setSamples(sampleX.get(), sampleDP.get(), m);
-    curves[3].setSamples(sampleX.get(), sampleD2P.get(), m);
-    curves[0].setTitle(QString::fromUtf8("f(x)"));
-    curves[1].setTitle(QString::fromUtf8("N(x)"));
-    curves[2].setTitle(QString::fromUtf8("N'(x)"));
-    curves[3].setTitle(QString::fromUtf8("N''(x)"));
-    ui->plot->updateLayout();
-    ui->plot->replot();
+    showCurves(points, sampleX.get(), m,
+               {{sampleP.get(), "N(x)"}, {sampleDP.get(), "N'(x)"}, {sampleD2P.get(), "N''(x)"}});
 }

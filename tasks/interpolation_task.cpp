@@ -46,8 +46,6 @@ void Widget::plotInterpolation(const std::vector<Point>& points, const Polynomia
     const int m = plotSamples;
     const PlotArray sampleX = plotArray(m);
     const PlotArray sampleY = plotArray(m);
-    const PlotArray pointX = plotArray(c);
-    const PlotArray pointY = plotArray(c);
 
     double a = points[0].x;
     double b = points[c - 1].x;
@@ -61,17 +59,5 @@ void Widget::plotInterpolation(const std::vector<Point>& points, const Polynomia
         sampleX[i] = i * d + a;
         sampleY[i] = p.calc(sampleX[i]);
     }
-    for (int i = 0; i < c; ++i) {
-        pointX[i] = points[i].x;
-        pointY[i] = points[i].y;
-    }
-
-    curves[1].attach(ui->plot);
-    curves[0].attach(ui->plot);
-    curves[0].setSamples(pointX.get(), pointY.get(), c);
-    curves[1].setSamples(sampleX.get(), sampleY.get(), m);
-    curves[0].setTitle(QString::fromUtf8("f(x)"));
-    curves[1].setTitle(QString::fromUtf8("N(x)"));
-    ui->plot->updateLayout();
-    ui->plot->replot();
+    showCurves(points, sampleX.get(), m, {{sampleY.get(), "N(x)"}});
 }

@@ -41,8 +41,6 @@ void Widget::plotMNK(const std::vector<Point>& points, const ApproximatingPolyno
     const PlotArray sampleX = plotArray(m);
     const PlotArray sampleP1 = plotArray(m);
     const PlotArray sampleP2 = plotArray(m);
-    const PlotArray pointX = plotArray(c);
-    const PlotArray pointY = plotArray(c);
 
     const double a = points[0].x;
     const double b = points[c - 1].x;
@@ -52,20 +50,5 @@ void Widget::plotMNK(const std::vector<Point>& points, const ApproximatingPolyno
         sampleP1[i] = p1.calc(sampleX[i]);
         sampleP2[i] = p2.calc(sampleX[i]);
     }
-    for (int i = 0; i < c; ++i) {
-        pointX[i] = points[i].x;
-        pointY[i] = points[i].y;
-    }
-
-    curves[1].attach(ui->plot);
-    curves[2].attach(ui->plot);
-    curves[0].attach(ui->plot);
-    curves[0].setSamples(pointX.get(), pointY.get(), c);
-    curves[1].setSamples(sampleX.get(), sampleP1.get(), m);
-    curves[2].setSamples(sampleX.get(), sampleP2.get(), m);
-    curves[0].setTitle(QString::fromUtf8("f(x)"));
-    curves[1].setTitle(QString::fromUtf8("P1(x)"));
-    curves[2].setTitle(QString::fromUtf8("P2(x)"));
-    ui->plot->updateLayout();
-    ui->plot->replot();
+    showCurves(points, sampleX.get(), m, {{sampleP1.get(), "P1(x)"}, {sampleP2.get(), "P2(x)"}});
 }

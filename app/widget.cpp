@@ -9,7 +9,10 @@
 
 #include <QBrush>
 #include <QColor>
+#include <QApplication>
 #include <QDoubleSpinBox>
+#include <QFontDatabase>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
@@ -17,8 +20,10 @@
 #include <QRadioButton>
 #include <QSpinBox>
 #include <QStringList>
+#include <QTabBar>
 #include <QTableWidget>
 #include <qwt_plot.h>
+#include <qwt_scale_engine.h>
 
 #include "app/run_log.h"
 #include "app/spin_box_delegate.h"
@@ -54,11 +59,46 @@ const char* const helpText =
     "0.5 * (1. + 0.2 - 1e-1)\n"
     "log10(3) - ln(3) / ln(10)\n";
 
+// The form's bold 14-point texts sit in boxes 17 to 22 pixels tall and sized
+// for a narrow face. Carlito fits every one of them (at most a pixel of a
+// descender is cut); the fallbacks keep every text's full width and lose a
+// few pixels of descenders; without any of them the platform's font stays.
+void useFontThatFits() {
+    const QStringList installed = QFontDatabase().families();
+    for (const char* family : {"Carlito", "DejaVu Sans Condensed", "Liberation Sans"}) {
+        if (!installed.contains(QString::fromLatin1(family))) continue;
+        QFont font = QApplication::font();
+        font.setFamily(QString::fromLatin1(family));
+        QApplication::setFont(font);
+        return;
+    }
+}
+
+// Axis numbers as the window writes numbers, with a decimal comma, and without
+// a thousands separator, which a reader could take for a decimal one ("1,000").
+void useWindowNumberFormat(const QLocale& windowLocale) {
+    QLocale locale = windowLocale;
+    locale.setNumberOptions(QLocale::OmitGroupSeparator);
+    QLocale::setDefault(locale);
+}
+
 }  // namespace
 
 Widget::Widget(QWidget* parent)
     : QWidget(parent), legend(nullptr), ui(new Ui_Widget) {
+    useFontThatFits();
     ui->setupUi(this);
+    useWindowNumberFormat(locale());
+    // Qt takes a tab stop from a button to the tab widget, its ancestor, as a
+    // move of the whole page and splits the chain; through the tab bar it
+    // stays one chain, which Tab follows and wraps around.
+    QWidget::setTabOrder(ui->closeButton, ui->tabWidget->tabBar());
+    QWidget::setTabOrder(ui->tabWidget->tabBar(), ui->res1);
+    ui->checkInterpolation->setFocus();
+    qApp->installEventFilter(this);
+    // Long polynomials are read from their start.
+    for (QLineEdit* result : {ui->res1, ui->res2})
+        connect(result, &QLineEdit::textChanged, result, [result] { result->setCursorPosition(0); });
     delegate = new SpinBoxDelegate();
 
     const int columns[5] = {4, 5, 6, 5, 0};
@@ -79,9 +119,10 @@ Widget::Widget(QWidget* parent)
     curves[0].setPen(QPen(QBrush(Qt::red, Qt::SolidPattern), 5.0, Qt::SolidLine, Qt::SquareCap,
                           Qt::BevelJoin));
     curves[0].setStyle(QwtPlotCurve::Dots);
-    curves[1].setPen(QPen(QColor(Qt::darkGreen)));
-    curves[2].setPen(QPen(QColor(Qt::blue)));
-    curves[3].setPen(QPen(QColor(Qt::black)));
+    // Hairlines (width 0), whatever the resolution.
+    curves[1].setPen(QPen(QBrush(Qt::darkGreen), 0));
+    curves[2].setPen(QPen(QBrush(Qt::blue), 0));
+    curves[3].setPen(QPen(QBrush(Qt::black), 0));
 
     // The run log and the evaluator format and parse numbers with '.'.
     setlocale(LC_ALL, "C");
@@ -135,8 +176,56 @@ void Widget::showCurves(const std::vector<Point>& points, const double* xs, int 
         curves[k].setTitle(QString::fromUtf8(line.title));
         ++k;
     }
+    // A margin of 5 % of the extent on each side, before the scales round
+    // outwards to whole steps, keeps the end points clear of the canvas frame.
+    QRectF extent = curves[0].boundingRect();
+    for (int k = 1; k <= lineCount; ++k) extent |= curves[k].boundingRect();
+    const std::pair<int, double> margins[] = {{QwtPlot::xBottom, 0.05 * extent.width()},
+                                              {QwtPlot::yLeft, 0.05 * extent.height()}};
+    for (const auto& [axis, margin] : margins) ui->plot->axisScaleEngine(axis)->setMargins(margin, margin);
     ui->plot->updateLayout();
     ui->plot->replot();
+}
+
+void Widget::showFullRange() {
+    // The start-up scale, kept while no curve is attached; autoscaling takes
+    // over as soon as one is.
+    for (int axis : {QwtPlot::xBottom, QwtPlot::yLeft}) {
+        ui->plot->setAxisScale(axis, 0.0, 1000.0);
+        ui->plot->setAxisAutoScale(axis, true);
+    }
+}
+
+bool Widget::eventFilter(QObject* watched, QEvent* event) {
+    auto* widget = qobject_cast<QWidget*>(watched);
+    if (event->type() != QEvent::KeyPress || !widget || !isAncestorOf(widget)) return false;
+    auto* key = static_cast<QKeyEvent*>(event);
+
+    // Tab walks the table's cells (and their editors) but would wrap round
+    // them for ever: past the last cell (or, backwards, the first) it goes on
+    // along the window's chain. Taking the focus from an open editor commits it.
+    QTableWidget* table = ui->tableFunc;
+    const bool forward = key->key() == Qt::Key_Tab;
+    if ((forward || key->key() == Qt::Key_Backtab) && (widget == table || table->isAncestorOf(widget))) {
+        const QModelIndex end = forward ? table->model()->index(table->rowCount() - 1, table->columnCount() - 1)
+                                        : table->model()->index(0, 0);
+        if (table->currentIndex() != end) return false;
+        table->setFocus();
+        focusNextPrevChild(forward);
+        return true;
+    }
+
+    auto* box = qobject_cast<QAbstractSpinBox*>(widget);
+    const QString text = key->text();
+    if (!box || text.isEmpty() || !text.at(0).isPrint()) return false;
+    if (text == QLatin1String(".") && qobject_cast<QDoubleSpinBox*>(box)) {
+        QKeyEvent comma(QEvent::KeyPress, Qt::Key_Comma, key->modifiers(), QString(box->locale().decimalPoint()));
+        QCoreApplication::sendEvent(box, &comma);
+        return true;
+    }
+    const QLineEdit* line = box->findChild<QLineEdit*>();
+    if (line && !line->isModified() && !line->hasSelectedText()) box->selectAll();
+    return false;
 }
 
 void Widget::on_clearButton_clicked() {
@@ -299,6 +388,7 @@ void Widget::clearResult() {
     ui->eps1->clear();
     ui->eps2->clear();
     for (QwtPlotCurve& curve : curves) curve.detach();
+    showFullRange();
     ui->plot->updateLayout();
     ui->plot->replot();
 }

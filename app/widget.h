@@ -35,6 +35,14 @@ public:
     explicit Widget(QWidget* parent = nullptr);
     ~Widget() override;
 
+protected:
+    // Keyboard input into every spin box of the window, the table's cell
+    // editors included: "." is taken as the decimal comma, and the first key
+    // typed into a box that shows a value replaces that value (the boxes show
+    // every decimal, so a digit typed into them would otherwise be refused or
+    // land in the wrong place).
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 private slots:
     void on_calcButton_clicked();
     void on_clearButton_clicked();
@@ -61,6 +69,10 @@ private:
     void clearInput();
     void clearResult();
     void clearAll();
+    // Back to the full range: the attached curves' extent (with a margin that
+    // keeps the end points off the canvas frame), or the start-up axes when
+    // no curve is attached.
+    void showFullRange();
 
     // Task input: the function typed in exprFunc (an empty field means 0),
     // and the table of points sorted by x; both table readers throw

@@ -9,7 +9,7 @@ packages=(
   g++ cmake make ninja-build pkg-config
   qtbase5-dev libqwt-qt5-dev
   libgtest-dev libgmock-dev
-  xvfb xauth fonts-dejavu-core
+  xvfb xauth fonts-dejavu-core fonts-crosextra-carlito
 )
 if [[ "${1:-}" == "--dev" ]]; then
   packages+=(clang libclang-rt-14-dev libfuzzer-14-dev llvm

@@ -66,10 +66,14 @@ void LUPdecomposition(const Matrix& A, Matrix& L, Matrix& U, Matrix& P, int& swa
 
 std::vector<double> solveWithLUP(const Matrix& L, const Matrix& U, const Matrix& P,
                                  const std::vector<double>& b) {
+    // No size check of its own: L sets n, P*b and the row accesses of L and U
+    // throw where the sizes fail them. U may be larger than L (only its
+    // top-left n x n block is read); a smaller U throws MatrixIndexOutOfBound
+    // at its row n-1, before any element of U is read.
     const int n = L.dimension();
-    // Factors of different sizes would make the substitutions read past a row.
-    if (U.dimension() != n || P.dimension() != n) throw MatrixWrongDimensions();
     const std::vector<double> c = P * b;
+    // A P smaller than L leaves c too short for the forward substitution.
+    if (c.size() < static_cast<std::size_t>(n)) throw MatrixWrongDimensions();
 
     std::vector<double> y(static_cast<std::size_t>(n), 0.0);
     for (int i = 0; i < n; ++i) {

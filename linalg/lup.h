@@ -14,8 +14,10 @@
 void LUPdecomposition(const Matrix& A, Matrix& L, Matrix& U, Matrix& P, int& swaps);
 
 // Solves L*U*x = P*b on factors from LUPdecomposition. Writes nothing to the
-// run log and does not test the diagonal of U. MatrixWrongDimensions when the
-// sizes of the factors and b disagree.
+// run log and does not test the diagonal of U. n is the dimension of L; only
+// the top-left n x n block of U is read, so a larger U is accepted.
+// MatrixWrongDimensions when b does not fit P (from P*b) or P is smaller than
+// L; MatrixIndexOutOfBound when U is smaller than L (from its row access).
 std::vector<double> solveWithLUP(const Matrix& L, const Matrix& U, const Matrix& P,
                                  const std::vector<double>& b);
 

@@ -83,7 +83,21 @@ TEST(LUPsolve, CompleteLogAndWhatIsLoggedBeforeAnError) {
     // A size mismatch surfaces from the product P*b, after the whole dump.
     const std::string dump = logOf([] { solveWithLUP(getIdentityMatrix(2), {1, 1, 1}); }, &thrown);
     EXPECT_EQ(dump.substr(dump.size() - 25) + thrown, "LUP decomposition stop.\n\n" + wrong);
-    const Factors f(getIdentityMatrix(2));
-    EXPECT_EQ(thrownBy([&] { solveWithLUP(f.L, f.U, f.P, {1}); }), wrong);
-    EXPECT_EQ(thrownBy([&] { solveWithLUP(f.L, Matrix(3), f.P, {1, 1}); }), wrong);
+}
+
+TEST(LUPsolve, GivenFactorsOfOtherSizes) {
+    // L's size n decides; U is read only through its top-left n x n block.
+    const Rows I2 = {{1, 0}, {0, 1}}, I3 = {{1, 0, 0}, {0, 1, 0}, {0, 0, 1}};
+    struct Case { Rows L, U, P; Vec b; const char* thrown; Vec x; };
+    const Case cases[] = {
+        {I2, I2, I2, {1}, "MatrixWrongDimensions", {}},
+        {I2, {{2, 1, 1}, {0, 3, 1}, {0, 0, 4}}, I2, {1, 2}, "none", {1.0 / 6, 2.0 / 3}},
+        {I3, {{2, 1}, {0, 3}}, I3, {1, 2, 3}, "MatrixIndexOutOfBound", {}},
+    };
+    for (const Case& c : cases) {
+        const Matrix L = fromRows(c.L), U = fromRows(c.U), P = fromRows(c.P);
+        Vec x;
+        EXPECT_EQ(thrownBy([&] { x = solveWithLUP(L, U, P, c.b); }), c.thrown) << c.b.size();
+        EXPECT_LT(x.size() == c.x.size() ? norm(x - c.x) : INFINITY, 1e-16) << c.b.size();
+    }
 }

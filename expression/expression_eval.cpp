@@ -7,6 +7,8 @@
 #include <cstdio>
 #include <locale>
 #include <sstream>
+#include <string_view>
+#include <unordered_map>
 #include <utility>
 
 #include "errors/errors.h"
@@ -366,7 +368,11 @@ void Expression::compile()
     std::vector<instruction> code;
     std::size_t depth = 0;
     std::size_t most = 0;
-    std::vector<const std::string*> names;  // distinct variable names, by first use
+    // The slot of every distinct variable name, numbered by first use. One
+    // hash lookup per variable token keeps compiling linear in the length of
+    // the text however many distinct names it holds. The keys view the texts
+    // of postfix, which is not changed while they are in use.
+    std::unordered_map<std::string_view, std::uint32_t> slots;
     for (std::size_t i = 0; i < postfix.size(); ++i) {
         const token& t = postfix[i];
         instruction in{op_number, static_cast<std::uint32_t>(i), 0, 0.0};
@@ -381,15 +387,10 @@ void Expression::compile()
             // The first use of a name looks it up (and throws if it has no
             // value); later uses take the value found then, which cannot
             // change during one evaluation.
-            const auto same = [&t](const std::string* name) { return *name == t.text; };
-            const auto known = std::find_if(names.begin(), names.end(), same);
-            in.slot = static_cast<std::uint32_t>(known - names.begin());
-            if (known == names.end()) {
-                in.op = op_variable;
-                names.push_back(&t.text);
-            } else {
-                in.op = op_variable_again;
-            }
+            const auto known =
+                slots.try_emplace(std::string_view(t.text), static_cast<std::uint32_t>(slots.size()));
+            in.slot = known.first->second;
+            in.op = known.second ? op_variable : op_variable_again;
             break;
         }
         case binary_operator:
@@ -422,7 +423,7 @@ void Expression::compile()
     }
     program = std::move(code);
     program_depth = most;
-    program_names = names.size();
+    program_names = slots.size();
     program_valid = true;
 }
 

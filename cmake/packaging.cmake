@@ -1,14 +1,40 @@
 # Installation layout and the Debian package.
-# `cmake --install` puts the desktop entry and the icon where desktop environments
-# look for them; `cpack -G DEB` (or the `package` target) wraps the same layout
-# into kalkora_<version>-<release>_<arch>.deb, installed under /usr.
+# `cmake --install` puts the program, its desktop entry, icon, manual page and
+# Debian's copyright and changelog files where desktops, man and dpkg look for them; `cpack -G DEB` (or the `package`
+# target) wraps the same layout into kalkora_<version>-<release>_<arch>.deb,
+# installed under /usr.
 include(GNUInstallDirs)
 
-install(FILES ${PROJECT_SOURCE_DIR}/packaging/kalkora.desktop
+# Directories get 0755 whatever the umask of whoever installs or packages.
+set(CMAKE_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
+    OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
+set(kalkora_src ${PROJECT_SOURCE_DIR}/packaging)
+set(kalkora_out ${CMAKE_BINARY_DIR}/packaging)
+
+install(FILES ${kalkora_src}/kalkora.desktop
         DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)
 # An SVG goes under "scalable": menus and docks render it at whatever size they need.
-install(FILES ${PROJECT_SOURCE_DIR}/packaging/kalkora.svg
+install(FILES ${kalkora_src}/kalkora.svg
         DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hicolor/scalable/apps)
+
+# The manual page and Debian's changelog are installed compressed, by `gzip -n`
+# (no name or time stamp inside) so that the same text gives the same bytes.
+find_program(KALKORA_GZIP gzip REQUIRED)
+function(kalkora_compress source name)
+  add_custom_command(OUTPUT ${kalkora_out}/${name}.gz
+    COMMAND ${CMAKE_COMMAND} -E copy ${kalkora_src}/${source} ${kalkora_out}/${name}
+    COMMAND ${KALKORA_GZIP} -n -9 -f ${kalkora_out}/${name}
+    DEPENDS ${kalkora_src}/${source} VERBATIM)
+endfunction()
+kalkora_compress(kalkora.1 kalkora.1)
+kalkora_compress(changelog changelog.Debian)
+add_custom_target(kalkora_compressed_docs ALL
+  DEPENDS ${kalkora_out}/kalkora.1.gz ${kalkora_out}/changelog.Debian.gz)
+install(FILES ${kalkora_out}/kalkora.1.gz DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
+install(FILES ${kalkora_src}/copyright ${kalkora_out}/changelog.Debian.gz
+        DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/kalkora)
+install(FILES ${kalkora_src}/lintian-overrides
+        DESTINATION ${CMAKE_INSTALL_DATADIR}/lintian/overrides RENAME kalkora)
 
 set(KALKORA_PACKAGE_MAINTAINER "Kalkora developers <kalkora@example.org>"
     CACHE STRING "Maintainer field of the Debian package")
@@ -20,14 +46,19 @@ set(CPACK_PACKAGE_VERSION ${PROJECT_VERSION})
 set(CPACK_PACKAGE_CONTACT "${KALKORA_PACKAGE_MAINTAINER}")
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY
     "numerical-analysis tool for functions of one variable")
-# Debian's long description: one paragraph, shown by apt show and package managers.
+# Debian's long description, shown by apt show and package managers. CPack
+# indents each line by one blank and turns the empty line into " .", so the
+# lines below are kept to 78 characters at most.
 set(CPACK_PACKAGE_DESCRIPTION
-    "Kalkora is a desktop tool for five classic numerical-analysis tasks on a real \
-function of one variable: Lagrange and Newton interpolation with the error at a point, \
-the natural cubic spline, least-squares polynomials of degree 1 and 2, differentiation \
-from a table of points, and integration by the rectangle, trapezoid and Simpson rules \
-with the Runge-Romberg error estimate. Each result is plotted, and every intermediate \
-quantity of a calculation is written to a run log in the working directory.")
+"Kalkora is a desktop tool for five classic numerical-analysis tasks on a
+real function of one variable, given as a formula or as a table of points:
+Lagrange and Newton interpolation with the error at a point, the natural
+cubic spline, least-squares polynomials of degree 1 and 2, differentiation
+from a table of points, and integration by the rectangle, trapezoid and
+Simpson rules with the Runge-Romberg error estimate.
+
+Each result is plotted, and every intermediate quantity of a calculation is
+written to a run log. The window's texts are in Russian.")
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 # The build type keeps debug information; the package does not need it.
 set(CPACK_STRIP_FILES ON)
@@ -42,16 +73,18 @@ set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_COMPRESSION_TYPE xz)
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 
-# dpkg-shlibdeps derives Depends from the libraries the binary actually links
-# (Qt 5 core, gui and widgets, Qwt, the C/C++ runtime), with the version floors of
-# the symbols it uses. Without it, name the same packages by hand.
+# Depends: the packages named here, merged by CPack with what dpkg-shlibdeps
+# derives from the libraries the binary actually links (Qt 5 core, gui and
+# widgets, Qwt, the C/C++ runtime) with the version floors of the symbols it
+# uses. Without dpkg-shlibdeps, those libraries are named by hand.
+set(CPACK_DEBIAN_PACKAGE_DEPENDS "fonts-crosextra-carlito")
 find_program(KALKORA_DPKG_SHLIBDEPS dpkg-shlibdeps)
 if(KALKORA_DPKG_SHLIBDEPS)
   set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 else()
   message(STATUS "dpkg-shlibdeps not found: the .deb gets a fixed Depends list")
-  set(CPACK_DEBIAN_PACKAGE_DEPENDS
-      "libqt5widgets5 (>= 5.15), libqt5gui5 (>= 5.15), libqt5core5a (>= 5.15), \
+  string(APPEND CPACK_DEBIAN_PACKAGE_DEPENDS
+         ", libqt5widgets5 (>= 5.15), libqt5gui5 (>= 5.15), libqt5core5a (>= 5.15), \
 libqwt-qt5-6, libstdc++6, libgcc-s1, libc6")
 endif()
 

@@ -1,6 +1,7 @@
 # Installation layout and the Debian package.
-# `cmake --install` puts the program, its desktop entry, icon, manual page and
-# Debian's copyright and changelog files where desktops, man and dpkg look for them; `cpack -G DEB` (or the `package`
+# `cmake --install` puts the program, its menu entry and launcher, icon, AppStream
+# metadata, manual page and Debian's copyright and changelog files where desktops,
+# software centres, man and dpkg look for them; `cpack -G DEB` (or the `package`
 # target) wraps the same layout into kalkora_<version>-<release>_<arch>.deb,
 # installed under /usr.
 include(GNUInstallDirs)
@@ -8,11 +9,28 @@ include(GNUInstallDirs)
 # Directories get 0755 whatever the umask of whoever installs or packages.
 set(CMAKE_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
     OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
+set(kalkora_id org.kalkora.Kalkora)
 set(kalkora_src ${PROJECT_SOURCE_DIR}/packaging)
 set(kalkora_out ${CMAKE_BINARY_DIR}/packaging)
 
-install(FILES ${kalkora_src}/kalkora.desktop
+# The menu starts the program through a launcher that moves its run log out of the
+# home folder. The launcher finds the program relative to itself
+# (app/CMakeLists.txt installs it to bin/).
+set(KALKORA_LAUNCHER_DIR ${CMAKE_INSTALL_LIBEXECDIR}/kalkora)
+file(RELATIVE_PATH KALKORA_LAUNCHER_TO_PROGRAM /${KALKORA_LAUNCHER_DIR} /bin/kalkora)
+configure_file(${kalkora_src}/kalkora-desktop.in ${kalkora_out}/kalkora-desktop @ONLY)
+install(PROGRAMS ${kalkora_out}/kalkora-desktop DESTINATION ${KALKORA_LAUNCHER_DIR})
+
+# The menu entry names the launcher by absolute path, and the prefix is known only
+# when installing (/usr inside the package), so the entry is written then.
+install(CODE "
+  set(KALKORA_LAUNCHER \"\${CMAKE_INSTALL_PREFIX}/${KALKORA_LAUNCHER_DIR}/kalkora-desktop\")
+  configure_file(\"${kalkora_src}/${kalkora_id}.desktop.in\"
+                 \"${kalkora_out}/${kalkora_id}.desktop\" @ONLY)")
+install(FILES ${kalkora_out}/${kalkora_id}.desktop
         DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)
+install(FILES ${kalkora_src}/${kalkora_id}.metainfo.xml
+        DESTINATION ${CMAKE_INSTALL_DATADIR}/metainfo)
 # An SVG goes under "scalable": menus and docks render it at whatever size they need.
 install(FILES ${kalkora_src}/kalkora.svg
         DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hicolor/scalable/apps)

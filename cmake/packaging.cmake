@@ -6,9 +6,6 @@
 # installed under /usr.
 include(GNUInstallDirs)
 
-# Directories get 0755 whatever the umask of whoever installs or packages.
-set(CMAKE_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
-    OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
 set(kalkora_id org.kalkora.Kalkora)
 set(kalkora_src ${PROJECT_SOURCE_DIR}/packaging)
 set(kalkora_out ${CMAKE_BINARY_DIR}/packaging)

@@ -132,6 +132,8 @@ TEST(Desktop, TypedNumbersReachTheCalculation) {
     EXPECT_EQ(dots->sample(0), QPointF(-1.25, -1.25));
     EXPECT_EQ(dots->sample(3), QPointF(7, 7));
     EXPECT_EQ(h.child<QDoubleSpinBox>("x1")->value(), 1.5);
+    for (const char* name : {"res1", "res2"})  // long polynomials are shown from their start
+        EXPECT_EQ(h.child<QLineEdit>(name)->cursorPosition(), 0) << name;
 
     h.window().activateWindow();  // back from the box
     ASSERT_TRUE(QTest::qWaitForWindowActive(&h.window()));

@@ -12,7 +12,6 @@
 #include <QApplication>
 #include <QDoubleSpinBox>
 #include <QFontDatabase>
-#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
@@ -99,6 +98,7 @@ Widget::Widget(QWidget* parent)
     // Long polynomials are read from their start.
     for (QLineEdit* result : {ui->res1, ui->res2})
         connect(result, &QLineEdit::textChanged, result, [result] { result->setCursorPosition(0); });
+    setUpPlotTools();
     delegate = new SpinBoxDelegate();
 
     const int columns[5] = {4, 5, 6, 5, 0};
@@ -185,47 +185,6 @@ void Widget::showCurves(const std::vector<Point>& points, const double* xs, int 
     for (const auto& [axis, margin] : margins) ui->plot->axisScaleEngine(axis)->setMargins(margin, margin);
     ui->plot->updateLayout();
     ui->plot->replot();
-}
-
-void Widget::showFullRange() {
-    // The start-up scale, kept while no curve is attached; autoscaling takes
-    // over as soon as one is.
-    for (int axis : {QwtPlot::xBottom, QwtPlot::yLeft}) {
-        ui->plot->setAxisScale(axis, 0.0, 1000.0);
-        ui->plot->setAxisAutoScale(axis, true);
-    }
-}
-
-bool Widget::eventFilter(QObject* watched, QEvent* event) {
-    auto* widget = qobject_cast<QWidget*>(watched);
-    if (event->type() != QEvent::KeyPress || !widget || !isAncestorOf(widget)) return false;
-    auto* key = static_cast<QKeyEvent*>(event);
-
-    // Tab walks the table's cells (and their editors) but would wrap round
-    // them for ever: past the last cell (or, backwards, the first) it goes on
-    // along the window's chain. Taking the focus from an open editor commits it.
-    QTableWidget* table = ui->tableFunc;
-    const bool forward = key->key() == Qt::Key_Tab;
-    if ((forward || key->key() == Qt::Key_Backtab) && (widget == table || table->isAncestorOf(widget))) {
-        const QModelIndex end = forward ? table->model()->index(table->rowCount() - 1, table->columnCount() - 1)
-                                        : table->model()->index(0, 0);
-        if (table->currentIndex() != end) return false;
-        table->setFocus();
-        focusNextPrevChild(forward);
-        return true;
-    }
-
-    auto* box = qobject_cast<QAbstractSpinBox*>(widget);
-    const QString text = key->text();
-    if (!box || text.isEmpty() || !text.at(0).isPrint()) return false;
-    if (text == QLatin1String(".") && qobject_cast<QDoubleSpinBox*>(box)) {
-        QKeyEvent comma(QEvent::KeyPress, Qt::Key_Comma, key->modifiers(), QString(box->locale().decimalPoint()));
-        QCoreApplication::sendEvent(box, &comma);
-        return true;
-    }
-    const QLineEdit* line = box->findChild<QLineEdit*>();
-    if (line && !line->isModified() && !line->hasSelectedText()) box->selectAll();
-    return false;
 }
 
 void Widget::on_clearButton_clicked() {

@@ -73,6 +73,13 @@ private:
     // keeps the end points off the canvas frame), or the start-up axes when
     // no curve is attached.
     void showFullRange();
+    // The plot's context menu (save, copy, show all) and its left-drag panner.
+    void setUpPlotTools();
+    // Asks for a file and writes the plot to it as PNG, SVG or PDF, by the
+    // name's extension; a failure is shown with its reason.
+    void savePlot();
+    // Rescales both axes by factor around the canvas point at.
+    void zoomPlot(const QPoint& at, double factor);
 
     // Task input: the function typed in exprFunc (an empty field means 0),
     // and the table of points sorted by x; both table readers throw
@@ -128,4 +135,6 @@ private:
     QwtPlotGrid grid;
     QwtLegend legend;
     Ui_Widget* ui;
+    // Where the plot was last saved: the next save dialog opens there.
+    QString plotFolder;
 };

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -12,6 +13,7 @@
 #include <qwt_plot_canvas.h>
 #include <qwt_plot_curve.h>
 #include <qwt_scale_draw.h>
+#include <qwt_scale_map.h>
 
 #include "window_harness.h"
 
@@ -210,6 +212,82 @@ TEST(Desktop, PlotShowsEveryPointAndReturnsToItsStartUpAxes) {
     h.click("calcButton");
     expectStartUpAxes();
     EXPECT_EQ(h.boxes().take().size(), 2u);
+}
+
+// The plot's tools: a wheel notch zooms around the cursor, a left drag pans, the context menu
+// shows the whole plot again, saves it through a file dialog and copies it; the window's own
+// slots stay the thirteen of its buttons and fields.
+TEST(Desktop, PlotToolsZoomPanResetSaveAndCopy) {
+    WindowHarness h;
+    auto* plot = h.child<QwtPlot>("plot");
+    QWidget* canvas = plot->canvas();
+    EXPECT_EQ(plot->contextMenuPolicy(), Qt::ActionsContextMenu);
+    std::map<std::string, QAction*> actions;
+    for (const char* name : {"actionSavePlot", "actionCopyPlot", "actionResetPlot"}) {
+        actions[name] = plot->findChild<QAction*>(QString::fromLatin1(name));
+        ASSERT_TRUE(actions[name] && plot->actions().contains(actions[name])) << name;
+        EXPECT_TRUE(actions[name]->text().contains(QRegularExpression(u("^[А-Яа-я]")))) << name;
+    }
+    h.click("checkSpline");
+    for (int c = 0; c < 5; ++c) h.typeCell(0, c, c), h.typeCell(1, c, c * c);
+    h.click("calcButton");
+    h.child<QTabWidget>("tabWidget")->setCurrentIndex(1);
+    const QwtInterval full = plot->axisInterval(QwtPlot::xBottom);
+
+    const QPoint at(canvas->width() / 4, canvas->height() / 2);
+    const double under = plot->canvasMap(QwtPlot::xBottom).invTransform(at.x());
+    QWheelEvent notch(at, canvas->mapToGlobal(at), {}, {0, 120}, Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+    QApplication::sendEvent(canvas, &notch);
+    const QwtInterval zoomed = plot->axisInterval(QwtPlot::xBottom);
+    EXPECT_NEAR(zoomed.width(), 0.9 * full.width(), 1e-12);
+    EXPECT_NEAR(plot->canvasMap(QwtPlot::xBottom).invTransform(at.x()), under, 1e-9 * full.width());
+
+    QTest::mousePress(canvas, Qt::LeftButton, {}, at);
+    QTest::mouseMove(canvas, at + QPoint(40, 0));
+    QTest::mouseRelease(canvas, Qt::LeftButton, {}, at + QPoint(40, 0));
+    const QwtInterval panned = plot->axisInterval(QwtPlot::xBottom);
+    EXPECT_LT(panned.minValue(), zoomed.minValue());
+    EXPECT_NEAR(panned.width(), zoomed.width(), 1e-12);
+
+    actions["actionResetPlot"]->trigger();
+    EXPECT_EQ(plot->axisInterval(QwtPlot::xBottom), full);
+
+    // The file's first bytes, or none where it cannot be written and a box says why.
+    const std::pair<const char*, QByteArray> files[] = {
+        {"/plot.png", "\x89PNG"}, {"/plot.svg", "<?xml"}, {"/plot.pdf", "%PDF"}, {"/missing/plot.png", ""}};
+    for (const auto& [name, head] : files) {
+        const QString path = QString::fromStdString(h.dir().path()) + QString::fromLatin1(name);
+        QTimer answer;  // accepts the save dialog with this file name
+        QObject::connect(&answer, &QTimer::timeout, [&path] {
+            if (auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget())) {
+                dialog->findChild<QLineEdit*>(u("fileNameEdit"))->setText(path);  // typed as a user would
+                QMetaObject::invokeMethod(dialog, "accept");
+            }
+        });
+        answer.start(10);
+        h.boxes().take();
+        actions["actionSavePlot"]->trigger();
+        QFile file(path);
+        EXPECT_EQ(file.open(QIODevice::ReadOnly) ? file.read(head.size()) : QByteArray(), head) << name;
+        const std::vector<CaughtBox> boxes = h.boxes().take();
+        ASSERT_EQ(boxes.size(), head.isEmpty() ? 1u : 0u) << name;
+        if (head.isEmpty()) EXPECT_TRUE(boxes[0].title == u("Ошибка") && boxes[0].text.startsWith(u("Не удалось сохранить график в файл ") + path + u(": ")));
+    }
+    const QSize png = QImage(QString::fromStdString(h.dir().path()) + u("/plot.png")).size();
+    EXPECT_TRUE(png.width() >= plot->width() && png.height() >= plot->height()) << png.width() << "x" << png.height();
+
+    QApplication::clipboard()->clear();
+    actions["actionCopyPlot"]->trigger();
+    EXPECT_FALSE(QApplication::clipboard()->image().isNull());
+
+    QStringList own;
+    const QMetaObject& meta = Widget::staticMetaObject;
+    for (int i = meta.methodOffset(); i < meta.methodCount(); ++i) own << meta.method(i).methodSignature();
+    EXPECT_EQ(own.join(' ').toStdString(),
+              "on_calcButton_clicked() on_clearButton_clicked() on_helpButton_clicked() on_closeButton_clicked() "
+              "on_checkInterpolation_clicked() on_checkSpline_clicked() on_checkMNK_clicked() "
+              "on_checkDifferentiation_clicked() on_checkIntegration_clicked() on_checkRectMethod_clicked() "
+              "on_checkTrapezMethod_clicked() on_checkSimpsonMethod_clicked() on_n_valueChanged(int)");
 }
 
 }  // namespace

@@ -19,11 +19,6 @@
 
 namespace {
 
-QString u(const char* text) { return QString::fromUtf8(text); }
-
-const char* const taskButtons[5] = {"checkInterpolation", "checkSpline", "checkMNK", "checkDifferentiation",
-                                    "checkIntegration"};
-
 // The pixels a widget's text paints, at the given size: where the widget drawn with its text
 // differs from the widget drawn without it.
 QImage ink(QWidget* widget, const QSize& size) {
@@ -51,6 +46,9 @@ std::vector<int> cutOff(QWidget* widget) {
     const QImage full = ink(widget, widget->size() + QSize(2 * room, 2 * room));
     const int w = shown.width(), h = shown.height(), extra = full.width() - w;
     const double ratio = widget->devicePixelRatioF();
+    QImage blank = full;
+    blank.fill(0);
+    if (full == blank) ADD_FAILURE() << widget->objectName().toStdString() << " draws no text";  // a font without Cyrillic
     for (int top = 0; top <= extra; ++top) {
         for (int left = 0; left <= extra; ++left) {
             if (full.copy(left, top, w, h) != shown) continue;
@@ -73,7 +71,7 @@ std::vector<int> cutOff(QWidget* widget) {
 TEST(Desktop, EveryTextFitsItsWidget) {
     WindowHarness h;
     EXPECT_EQ(h.window().size(), QSize(670, 550));
-    for (const char* task : taskButtons) {
+    for (const char* task : kTaskButtons) {
         h.click(task);
         for (QWidget* widget : h.window().findChildren<QWidget*>()) {
             const QString text = widget->property("text").toString();
@@ -125,8 +123,7 @@ TEST(Desktop, TypedNumbersReachTheCalculation) {
     press(Qt::Key_Return);
     h.child<QDoubleSpinBox>("x1")->setFocus();
     type("1.5");
-    h.click("calcButton");
-    ASSERT_EQ(h.boxes().take().size(), 1u);
+    h.calculate();
     const std::vector<double> typed = {2.5, -1.25, 7, 0.125};
     for (int c = 0; c < 4; ++c) EXPECT_EQ(h.cell(0, c), typed[c]) << c;
     auto* dots = static_cast<QwtPlotCurve*>(h.child<QwtPlot>("plot")->itemList(QwtPlotItem::Rtti_PlotCurve).back());
@@ -145,7 +142,7 @@ TEST(Desktop, TypedNumbersReachTheCalculation) {
         QTest::mouseClick(h.child<QDoubleSpinBox>(name)->findChild<QLineEdit*>(), Qt::LeftButton, {}, QPoint(50, 5));
         type(keys);
     }
-    h.click("calcButton");
+    h.calculate();
     EXPECT_NE(h.log().find("x1 = -0.5   x2 = 1   h = 0.25\n"), std::string::npos) << h.log();
     EXPECT_NE(h.log().find("x1 = -0.5   x2 = 1   h = 0.5\n"), std::string::npos) << h.log();
 }
@@ -183,7 +180,7 @@ TEST(Desktop, PlotShowsEveryPointAndReturnsToItsStartUpAxes) {
     const std::vector<double> xs = {0, 1, 2, 3, 4}, ys = {0, 1, 4, 9, 16};
     h.click("checkDifferentiation");
     for (int c = 0; c < 5; ++c) h.typeCell(0, c, xs[c]), h.typeCell(1, c, ys[c]);
-    h.click("calcButton");
+    h.calculate();
     // Hairlines for the lines, square dots 5 pixels wide for the table's points.
     const struct { const char* title; Qt::GlobalColor color; double width; QwtPlotCurve::CurveStyle style; } pens[] = {
         {"N(x)", Qt::darkGreen, 0, QwtPlotCurve::Lines}, {"N'(x)", Qt::blue, 0, QwtPlotCurve::Lines},
@@ -197,21 +194,21 @@ TEST(Desktop, PlotShowsEveryPointAndReturnsToItsStartUpAxes) {
             << pens[k].title;
         EXPECT_EQ(curve->style(), pens[k].style) << pens[k].title;
     }
-    // The scales leave room beyond the end points, and each point's dot (5 pixels wide) is drawn
-    // clear of the canvas frame.
+    // The scales leave a little room beyond the end points, and each point's dot (5 pixels wide) is
+    // drawn clear of the canvas frame.
     for (int axis : {QwtPlot::xBottom, QwtPlot::yLeft}) {
         const std::vector<double>& values = axis == QwtPlot::xBottom ? xs : ys;
         EXPECT_LT(plot->axisInterval(axis).minValue(), values.front()) << axis;
         EXPECT_GT(plot->axisInterval(axis).maxValue(), values.back()) << axis;
+        EXPECT_LT(plot->axisInterval(axis).width(), 2 * (values.back() - values.front())) << axis;
     }
     const QRect canvas = plot->canvas()->contentsRect().adjusted(3, 3, -3, -3);
     for (int c = 0; c < 5; ++c)
         EXPECT_TRUE(canvas.contains(plot->transform(QwtPlot::xBottom, xs[c]), plot->transform(QwtPlot::yLeft, ys[c])))
             << xs[c];
     h.click("checkIntegration");
-    h.click("calcButton");
+    h.calculate();
     expectStartUpAxes();
-    EXPECT_EQ(h.boxes().take().size(), 2u);
 }
 
 // The plot's tools: a wheel notch zooms around the cursor, a left drag pans, the context menu
@@ -230,7 +227,7 @@ TEST(Desktop, PlotToolsZoomPanResetSaveAndCopy) {
     }
     h.click("checkSpline");
     for (int c = 0; c < 5; ++c) h.typeCell(0, c, c), h.typeCell(1, c, c * c);
-    h.click("calcButton");
+    h.calculate();
     h.child<QTabWidget>("tabWidget")->setCurrentIndex(1);
     const QwtInterval full = plot->axisInterval(QwtPlot::xBottom);
 
@@ -252,29 +249,40 @@ TEST(Desktop, PlotToolsZoomPanResetSaveAndCopy) {
     actions["actionResetPlot"]->trigger();
     EXPECT_EQ(plot->axisInterval(QwtPlot::xBottom), full);
 
-    // The file's first bytes, or none where it cannot be written and a box says why.
-    const std::pair<const char*, QByteArray> files[] = {
-        {"/plot.png", "\x89PNG"}, {"/plot.svg", "<?xml"}, {"/plot.pdf", "%PDF"}, {"/missing/plot.png", ""}};
-    for (const auto& [name, head] : files) {
-        const QString path = QString::fromStdString(h.dir().path()) + QString::fromLatin1(name);
-        QTimer answer;  // accepts the save dialog with this file name
-        QObject::connect(&answer, &QTimer::timeout, [&path] {
+    // The name typed, the type chosen (if any), the file written and its first bytes; no bytes
+    // where it cannot be written and a box says why.
+    const struct { const char *typed, *type, *written; QByteArray head; } files[] = {
+        {"plot.png", nullptr, "plot.png", "\x89PNG"}, {"plot.svg", nullptr, "plot.svg", "<?xml"},
+        {"plot.pdf", nullptr, "plot.pdf", "%PDF"}, {"chosen", "Рисунок SVG (*.svg)", "chosen.svg", "<?xml"},
+        {"missing/plot.png", nullptr, "missing/plot.png", ""}};
+    const QString dir = QString::fromStdString(h.dir().path()) + u("/");
+    for (const auto& f : files) {
+        QString offered;  // the name the dialog proposes
+        QTimer answer;  // chooses the type and types the name as a user would, then accepts
+        QObject::connect(&answer, &QTimer::timeout, [&] {
             if (auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget())) {
-                dialog->findChild<QLineEdit*>(u("fileNameEdit"))->setText(path);  // typed as a user would
+                auto* name = dialog->findChild<QLineEdit*>(u("fileNameEdit"));
+                offered = name->text();
+                if (f.type) dialog->selectNameFilter(u(f.type)), emit dialog->filterSelected(u(f.type));
+                name->setText(dir + u(f.typed));
                 QMetaObject::invokeMethod(dialog, "accept");
             }
         });
         answer.start(10);
         h.boxes().take();
         actions["actionSavePlot"]->trigger();
-        QFile file(path);
-        EXPECT_EQ(file.open(QIODevice::ReadOnly) ? file.read(head.size()) : QByteArray(), head) << name;
+        EXPECT_EQ(offered, u("Кубический сплайн.png"));
+        QFile file(dir + u(f.written));
+        EXPECT_EQ(file.open(QIODevice::ReadOnly) ? file.read(f.head.size()) : QByteArray(), f.head) << f.typed;
         const std::vector<CaughtBox> boxes = h.boxes().take();
-        ASSERT_EQ(boxes.size(), head.isEmpty() ? 1u : 0u) << name;
-        if (head.isEmpty()) EXPECT_TRUE(boxes[0].title == u("Ошибка") && boxes[0].text.startsWith(u("Не удалось сохранить график в файл ") + path + u(": ")));
+        ASSERT_EQ(boxes.size(), f.head.isEmpty() ? 1u : 0u) << f.typed;
+        if (f.head.isEmpty()) {
+            EXPECT_EQ(boxes[0].title, u("Ошибка"));
+            EXPECT_TRUE(boxes[0].text.startsWith(u("Не удалось сохранить график в файл ") + dir + u(f.written) + u(": ")));
+        }
     }
-    const QSize png = QImage(QString::fromStdString(h.dir().path()) + u("/plot.png")).size();
-    EXPECT_TRUE(png.width() >= plot->width() && png.height() >= plot->height()) << png.width() << "x" << png.height();
+    const QSize png = QImage(dir + u("plot.png")).size();
+    EXPECT_EQ(png, plot->size() * 2);  // drawn at twice a screen's resolution
 
     QApplication::clipboard()->clear();
     actions["actionCopyPlot"]->trigger();

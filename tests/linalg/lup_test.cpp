@@ -93,6 +93,7 @@ TEST(LUPsolve, GivenFactorsOfOtherSizes) {
         {I2, I2, I2, {1}, "MatrixWrongDimensions", {}},
         {I2, {{2, 1, 1}, {0, 3, 1}, {0, 0, 4}}, I2, {1, 2}, "none", {1.0 / 6, 2.0 / 3}},
         {I3, {{2, 1}, {0, 3}}, I3, {1, 2, 3}, "MatrixIndexOutOfBound", {}},
+        {I3, I3, I2, {1, 2}, "MatrixWrongDimensions", {}},  // P*b shorter than L
     };
     for (const Case& c : cases) {
         const Matrix L = fromRows(c.L), U = fromRows(c.U), P = fromRows(c.P);

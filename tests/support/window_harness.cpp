@@ -14,6 +14,8 @@
 #include <QLineEdit>
 #include <QTest>
 #include <gtest/gtest.h>
+#include <qwt_plot.h>
+#include <qwt_plot_curve.h>
 
 namespace {
 
@@ -85,6 +87,29 @@ void WindowHarness::typeText(const char* name, const QString& text) {
             QApplication::sendEvent(line, &event);
         }
     }
+}
+
+CaughtBox WindowHarness::calculate() {
+    click("calcButton");
+    std::vector<CaughtBox> shown = catcher_.take();
+    EXPECT_EQ(shown.size(), 1u) << "boxes after a calculation";
+    if (shown.size() != 1) return {};
+    EXPECT_TRUE(shown[0].icon == QMessageBox::Information && shown[0].buttons == QMessageBox::Ok && !shown[0].hasParent);
+    return shown[0];
+}
+
+std::string WindowHarness::field(const char* name) const {
+    return child<QLineEdit>(name)->text().toStdString();
+}
+
+std::vector<Curve> WindowHarness::curves() const {
+    std::vector<Curve> shown;
+    for (QwtPlotItem* item : child<QwtPlot>("plot")->itemList(QwtPlotItem::Rtti_PlotCurve)) {
+        auto* curve = static_cast<QwtPlotCurve*>(item);
+        shown.push_back({curve->title().text().toStdString(), {}});
+        for (size_t i = 0; i < curve->dataSize(); ++i) shown.back().samples.push_back(curve->sample(int(i)));
+    }
+    return shown;
 }
 
 std::string WindowHarness::logName() const {

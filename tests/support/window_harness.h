@@ -6,7 +6,9 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
+#include <QPointF>
 #include <QString>
 #include <QTableWidget>
 #include <QWidget>
@@ -14,6 +16,18 @@
 #include "app/widget.h"
 #include "modal_box_catcher.h"
 #include "temp_work_dir.h"
+
+inline QString u(const char* text) { return QString::fromUtf8(text); }
+
+// The five task buttons, indexed by task number.
+inline const char* const kTaskButtons[5] = {"checkInterpolation", "checkSpline", "checkMNK",
+                                            "checkDifferentiation", "checkIntegration"};
+
+// A curve attached to the plot.
+struct Curve {
+    std::string title;
+    std::vector<QPointF> samples;
+};
 
 class WindowHarness {
 public:
@@ -43,6 +57,13 @@ public:
     // Replaces the content of the named spin box or line edit by typing.
     void typeNumber(const char* name, double value);
     void typeText(const char* name, const QString& text);
+
+    // Presses "Расчет": the one information box with an Ok button that it must show, or an empty
+    // box (and a test failure) when it showed another number of boxes.
+    CaughtBox calculate();
+    std::string field(const char* name) const;
+    // The curves attached to the plot, in the order they were attached.
+    std::vector<Curve> curves() const;
 
     // The run log's file name, and everything written to it so far.
     std::string logName() const;

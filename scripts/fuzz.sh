@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Builds the expression fuzz targets with clang and runs each one for the
-# given number of seconds (default 60) on a copy of its seed corpus.
+# Builds the expression fuzz target with clang and runs it for the given
+# number of seconds (default 60) on a copy of its seed corpus.
 # Fails on the first crash, leak, timeout or sanitizer report; the input that
 # caused it is left in build-fuzz/artifacts/.
 # Usage: scripts/fuzz.sh [seconds]
@@ -13,14 +13,14 @@ CXX=clang++ cmake -S "$root" -B "$build" -G Ninja \
   -DCMAKE_BUILD_TYPE=RelWithDebInfo \
   -DKALKORA_BUILD_FUZZ=ON -DKALKORA_BUILD_GUI=OFF -DKALKORA_BUILD_TESTS=OFF \
   -DKALKORA_BUILD_BENCH=OFF
-cmake --build "$build" --target function_fuzz eval_fuzz
+cmake --build "$build" --target expression_fuzz
 
 mkdir -p "$build/artifacts"
 work="$(mktemp -d)"
 trap 'rm -rf "$work"' EXIT
 
 export UBSAN_OPTIONS="print_stacktrace=1:halt_on_error=1"
-for target in function eval; do
+for target in expression; do
   cp -r "$root/fuzz/corpus/$target" "$work/$target"
   echo "== ${target}_fuzz for ${seconds} s"
   # libFuzzer reports every new input; keep its output and show the summary.

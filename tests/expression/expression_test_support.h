@@ -1,34 +1,47 @@
 #pragma once
-// Helpers shared by the expression tests: a read-only look at the private tables of an
-// Expression, and a compact text form of token sequences ("number:0.5 undefined_operator:*").
+// Helpers shared by the expression tests: a read-only look at the private tables of an Expression, a compact
+// text form of token sequences ("number:0.5 undefined_operator:*") and of the outcome of an evaluation.
 
-#include <map>
+#include <cstdint>
+#include <cstring>
 #include <set>
 #include <string>
 #include <vector>
 
+#include "errors/errors.h"
 #include "expression/expression.h"
 
 struct ExpressionTestAccess {
     static const std::set<std::string>& functions(const Expression& e) { return e.functions; }
     static const std::set<std::string>& operators(const Expression& e) { return e.operators; }
-    static const auto& variables(const Expression& e) { return e.variables; }
     static const std::vector<Expression::token>& postfix(const Expression& e) { return e.postfix; }
 };
 
 inline std::string describe(const std::vector<Expression::token>& tokens)
 {
     std::string s;
-    for (const Expression::token& t : tokens) {
-        s += (s.empty() ? "" : " ") + Expression::token_t_list[t.type] + ":" + t.text;
-    }
+    for (const auto& t : tokens) s += (s.empty() ? "" : " ") + Expression::token_t_list[t.type] + ":" + t.text;
     return s;
 }
 
-// The tokens of `text` as split produces them (no check, no conversion).
-inline std::vector<Expression::token> splitText(const std::string& text)
+inline std::uint64_t bitsOf(double v)
 {
-    std::vector<Expression::token> out;
-    Expression("0").split(text, out);
-    return out;
+    std::uint64_t bits;
+    std::memcpy(&bits, &v, sizeof bits);
+    return bits;
+}
+
+// The value's bits (so NaN payloads and -0.0 count), or the exception class with the missing name.
+template <class Run>
+std::string outcomeOf(Run run)
+{
+    try {
+        return "value " + std::to_string(bitsOf(run()));
+    } catch (const ExpressionWrongFormat&) {
+        return "ExpressionWrongFormat";
+    } catch (const ExpressionUnknownVariable& e) {
+        return "ExpressionUnknownVariable " + e.name;
+    } catch (const ExpressionBadResult&) {
+        return "ExpressionBadResult";
+    }
 }

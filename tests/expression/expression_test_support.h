@@ -1,10 +1,8 @@
 #pragma once
-// Helpers shared by the expression tests: a read-only look at the private tables of an Expression, a compact
-// text form of token sequences ("number:0.5 undefined_operator:*") and of the outcome of an evaluation.
+// Helpers for the expression tests: the postfix sequence, a text form of token sequences and of evaluation outcomes.
 
 #include <cstdint>
 #include <cstring>
-#include <set>
 #include <string>
 #include <vector>
 
@@ -12,8 +10,6 @@
 #include "expression/expression.h"
 
 struct ExpressionTestAccess {
-    static const std::set<std::string>& functions(const Expression& e) { return e.functions; }
-    static const std::set<std::string>& operators(const Expression& e) { return e.operators; }
     static const std::vector<Expression::token>& postfix(const Expression& e) { return e.postfix; }
 };
 

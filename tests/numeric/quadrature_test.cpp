@@ -1,70 +1,57 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
+#include <cstdio>
+#include <functional>
+#include <iostream>
+#include <locale>
 #include <string>
 
+#include <unistd.h>
+
+#include "../expression/expression_test_support.h"
 #include "errors/errors.h"
 #include "numeric/quadrature.h"
 #include "stderr_capture.h"
 
-namespace {
-
 using Rule = double (*)(Function, double, double, double);
 using Estimate = double (*)(double, double, double, double);
-const Rule kRules[] = {integrateWithRectangles, integrateWithTrapezoidalRule, integrateWithSimpson};
+static const Rule kRules[] = {integrateWithRectangles, integrateWithTrapezoidalRule, integrateWithSimpson};
 
-int countParts(const std::string& log) {
-    int n = 0;
-    for (size_t at = 0; (at = log.find("Part: ", at)) != std::string::npos; ++at) ++n;
-    return n;
-}
-
-// Subinterval count (the "Part: " lines) and oriented length (the integral of 1) for every rule.
-TEST(QuadratureFrame, SubintervalCounts) {
-    const struct { double x1, x2, h; int parts; double integral; } cases[] = {
-        {0, 1, 0.4, 3, 1},
-        {0, 2.0000005, 1, 2, 2},        // a sliver below 1e-6 of a step is dropped
-        {0, 2.000002, 1, 3, 2.000002},  // a larger one is a subinterval of its own
-        {1, 0, 0.5, 2, -1},
-        {-0.5, -2, 0.4, 4, -1.5},
-        {3, 3, 0.5, 0, 0},
-        {0, 1, 0, 0, 0},
-        {0, 1e300, 1e-300, 0, 0},  // a count beyond int gives no subinterval
+// Every rule: the subinterval count (the "Part: " lines) and the oriented integral, exact for a linear f (nodes
+// have at most 6 significant digits, so f sees them exactly); Simpson's rule is exact for cubics.
+TEST(QuadratureRules, SubintervalCountsExactnessAndOperationOrder) {
+    const struct { const char* f; double x1, x2, h; int parts; double integral; } cases[] = {
+        {"2*x+1", 0, 1, 0.4, 3, 2},
+        {"1", 0, 2.0000005, 1, 2, 2},        // a sliver below 1e-6 of a step is dropped
+        {"1", 0, 2.000002, 1, 3, 2.000002},  // a larger one is a subinterval of its own
+        {"3-x", -0.5, -2, 0.4, 4, -6.375},
+        {"1", 3, 3, 0.5, 0, 0},
+        {"1", 0, 1, 0, 0, 0},
+        {"1", 0, 1e300, 1e-300, 0, 0},  // a count beyond int gives no subinterval
     };
-    for (Rule rule : kRules) {
+    for (Rule rule : kRules)
         for (const auto& c : cases) {
             StderrCapture log;
-            EXPECT_NEAR(rule(Function("1"), c.x1, c.x2, c.h), c.integral, 1e-12) << c.x2;
-            EXPECT_EQ(countParts(log.take()), c.parts) << c.x1 << " " << c.x2 << " " << c.h;
+            EXPECT_NEAR(rule(Function(c.f), c.x1, c.x2, c.h), c.integral, 1e-12) << c.f << " to " << c.x2;
+            const std::string text = log.take();
+            int parts = 0;
+            for (size_t at = 0; (at = text.find("Part: ", at)) != std::string::npos; ++at) ++parts;
+            EXPECT_EQ(parts, c.parts) << c.x1 << " " << c.x2 << " " << c.h;
         }
-    }
-}
-
-// Nodes have at most 6 significant digits, so f sees them exactly.
-TEST(QuadratureExactness, LowDegreePolynomialsAndOperationOrder) {
-    const struct { Rule rule; const char* f; double x1, x2, h, exact; } cases[] = {
-        {integrateWithRectangles, "2*x+1", 0, 1, 0.25, 2},
-        {integrateWithTrapezoidalRule, "3-x", 2, -1, 0.5, -7.5},
-        {integrateWithSimpson, "x^3-x", -1, 1.5, 0.5, 0.390625},
-        {integrateWithSimpson, "x^3", 0, 1, 0.4, 0.25},
-    };
     StderrCapture quiet;
-    for (const auto& c : cases) {
-        EXPECT_NEAR(c.rule(Function(c.f), c.x1, c.x2, c.h), c.exact, 1e-14) << c.f;
-    }
-    // Bit-exact where the order shows: ends computed afresh from i (accumulated ends give
-    // 0.9999999999999999 for the rectangles), Simpson dividing the sum once by 6 (dividing each
-    // part gives 1 for h = 0.1).
+    EXPECT_NEAR(integrateWithSimpson(Function("x^3-x"), -1, 1.5, 0.5), 0.390625, 1e-14);
+    // Bit-exact where the order shows: ends computed afresh from i (accumulated ends give 0.9999999999999999 for
+    // the rectangles), Simpson dividing the sum once by 6 (dividing each part gives 1 for h = 0.1).
     EXPECT_EQ(integrateWithSimpson(Function("x^2"), 0, 1, 1), 1.0 / 3);
     EXPECT_EQ(integrateWithRectangles(Function("1"), 0, 1, 0.1), 1.0);
     EXPECT_EQ(integrateWithSimpson(Function("1"), 0, 1, 0.1), 0.9999999999999999);
     EXPECT_EQ(integrateWithSimpson(Function("1"), 0, 1, 0.7), 1.0);
-    // Independent value: the integral of sin over [0, pi] is 2 (f rounds x to 6 digits).
-    EXPECT_NEAR(integrateWithSimpson(Function("sin(x)"), 0, std::acos(-1.0), 0.05), 2, 2e-5);
 }
 
-// Halving h divides the error by 2^order; Runge-Romberg with the two results predicts the
-// error of the finer one.
+// Halving h divides the error by 2^order. Runge-Romberg predicts the error of the second result, whichever
+// step is the finer, and gives NaN for steps less than a relative 1e-8 apart.
 TEST(QuadratureConvergence, ErrorRatiosAndEstimates) {
     const double exact = std::exp(1.0) - 1;
     const struct { Rule rule; Estimate estimate; double ratio; } cases[] = {
@@ -74,44 +61,97 @@ TEST(QuadratureConvergence, ErrorRatiosAndEstimates) {
     };
     StderrCapture quiet;
     for (const auto& c : cases) {
-        const double i1 = c.rule(Function("exp(x)"), 0, 1, 0.1);
-        const double i2 = c.rule(Function("exp(x)"), 0, 1, 0.05);
+        const double i1 = c.rule(Function("exp(x)"), 0, 1, 0.1), i2 = c.rule(Function("exp(x)"), 0, 1, 0.05);
         EXPECT_NEAR((i1 - exact) / (i2 - exact), c.ratio, 0.05 * c.ratio);
         EXPECT_NEAR(c.estimate(i1, i2, 0.1, 0.05), i2 - exact, 0.01 * std::fabs(i2 - exact));
+        EXPECT_NEAR(c.estimate(i2, i1, 0.05, 0.1), i1 - exact, 0.01 * std::fabs(i1 - exact));
+        EXPECT_TRUE(std::isnan(c.estimate(1, 2, 0.1, 0.1 * (1 + 5e-9))));
+        EXPECT_FALSE(std::isnan(c.estimate(1, 2, 0.1, 0.1 * (1 + 2e-8))));
     }
 }
 
-TEST(QuadratureEstimates, DivisorsAndEqualSteps) {
-    const struct { Estimate estimate; double i1, i2, h1, h2, expected; } cases[] = {
-        {calcTrapezoidalRuleError, 1, 0.25, 0.5, 0.25, 0.25},  // (I1 - I2) / (2^2 - 1)
-        {calcSimpsonError, 1, 0.25, 0.5, 0.25, 0.05},  // (I1 - I2) / (2^4 - 1)
-        {calcRectanglesError, 0.25, 1, 0.25, 0.5, 1},  // steps the other way round
-    };
-    for (const auto& c : cases) EXPECT_DOUBLE_EQ(c.estimate(c.i1, c.i2, c.h1, c.h2), c.expected);
-    for (Estimate estimate : {calcRectanglesError, calcTrapezoidalRuleError, calcSimpsonError}) {
-        EXPECT_TRUE(std::isnan(estimate(1, 2, 0.1, 0.1)));
-        EXPECT_TRUE(std::isnan(estimate(1, 2, 0.1, 0.1 * (1 + 5e-9))));
-        EXPECT_FALSE(std::isnan(estimate(1, 2, 0.1, 0.1 * (1 + 2e-8))));
+struct CommaPoint : std::numpunct<char> {
+    char do_decimal_point() const override { return ','; }
+};
+struct InfinityAsOo : std::num_put<char> {
+    iter_type do_put(iter_type out, std::ios_base& s, char fill, double v) const override {
+        return std::isfinite(v) ? std::num_put<char>::do_put(out, s, fill, v) : std::copy_n("oo", 2, out);
     }
-}
+};
 
-TEST(QuadratureLog, CompleteRunsAndFailure) {
+// Byte for byte, also under a global C++ locale that writes numbers its own way, and in the file behind descriptor
+// 2 as each rule returns or throws, even with stderr fully buffered and std::cerr not flushing per operation.
+TEST(QuadratureLog, CompleteRunsFailureAndFlushing) {
     StderrCapture log;
+    static char buffer[1 << 16];
+    std::setvbuf(stderr, buffer, _IOFBF, sizeof buffer);
+    std::cerr.unsetf(std::ios_base::unitbuf);
+    const std::locale old =
+        std::locale::global(std::locale(std::locale(std::locale::classic(), new CommaPoint), new InfinityAsOo));
     integrateWithSimpson(Function("x^2"), 1, 0, 0.4);
-    EXPECT_EQ(log.take(), "Integration with Simpson method...\n"
-                          "x1 = 1   x2 = 0   h = 0.4\n"
-                          "Part: 1   x_left = 1   x_right = 0.6   Result: -0.261333\n"
-                          "Part: 2   x_left = 0.6   x_right = 0.2   Result: -0.0693333\n"
-                          "Part: 3   x_left = 0.2   x_right = 0   Result: -0.00266667\n"
-                          "Total: -0.333333\n\n");
-    integrateWithRectangles(Function("x"), 0, 1, 0.5);
-    EXPECT_EQ(log.take(), "Integration with rectangles method...\nx1 = 0   x2 = 1   h = 0.5\n"
-                          "Part: 1   x_left = 0   x_right = 0.5   Result: 0.125\n"
-                          "Part: 2   x_left = 0.5   x_right = 1   Result: 0.375\nTotal: 0.5\n\n");
+    std::string expected = "Integration with Simpson method...\nx1 = 1   x2 = 0   h = 0.4\n"
+                           "Part: 1   x_left = 1   x_right = 0.6   Result: -0.261333\n"
+                           "Part: 2   x_left = 0.6   x_right = 0.2   Result: -0.0693333\n"
+                           "Part: 3   x_left = 0.2   x_right = 0   Result: -0.00266667\nTotal: -0.333333\n\n";
+    EXPECT_EQ(lseek(2, 0, SEEK_END), off_t(expected.size()));  // the size of the file
+    integrateWithRectangles(Function("1e300"), 0.5, 2e9, 1e9);
+    expected += "Integration with rectangles method...\nx1 = 0.5   x2 = 2e+09   h = 1e+09\n"
+                "Part: 1   x_left = 0.5   x_right = 1e+09   Result: inf\n"
+                "Part: 2   x_left = 1e+09   x_right = 2e+09   Result: inf\nTotal: inf\n\n";
     // The failing subinterval and the total are not written.
     EXPECT_THROW(integrateWithTrapezoidalRule(Function("1/x"), -1, 1, 0.5), ExpressionBadResult);
-    EXPECT_EQ(log.take(), "Integration with trapezoidal method...\nx1 = -1   x2 = 1   h = 0.5\n"
-                          "Part: 1   x_left = -1   x_right = -0.5   Result: -0.75\n");
+    expected += "Integration with trapezoidal method...\nx1 = -1   x2 = 1   h = 0.5\n"
+                "Part: 1   x_left = -1   x_right = -0.5   Result: -0.75\n";
+    EXPECT_EQ(lseek(2, 0, SEEK_END), off_t(expected.size()));
+    std::locale::global(old);
+    std::cerr.setf(std::ios_base::unitbuf);
+    std::setvbuf(stderr, nullptr, _IONBF, 0);
+    EXPECT_EQ(log.take(), expected);
 }
 
-}  // namespace
+// The log, then the result's exact value or the exception.
+static std::string run(const std::function<double()>& action) {
+    StderrCapture log;
+    char outcome[64];
+    try {
+        std::snprintf(outcome, sizeof outcome, "%a", action());
+    } catch (const ExpressionBadResult&) { std::snprintf(outcome, sizeof outcome, "bad result");
+    } catch (const ExpressionWrongFormat&) { std::snprintf(outcome, sizeof outcome, "wrong format");
+    } catch (const ExpressionUnknownVariable& e) { std::snprintf(outcome, sizeof outcome, "unknown %s", e.name.c_str());
+    }
+    return log.take() + "=> " + outcome;
+}
+
+// Lines assembled, or written field by field while std::cerr throws on failure: the same bytes. f is the value
+// the text "x = %lg" gives through the expression's postfix walk.
+TEST(QuadratureLog, SameBytesAsFieldByFieldWriting) {
+    const struct { const char* f; double x1, x2, h; } cases[] = {
+        {"sin(2*pi*x)*exp(-x^2/100)", -99.9999, 99.9999, 0.25},
+        {"x", -0.0, 0, 1},                    // "x1 = -0", no subinterval
+        {"1/x", -1, 1, 0.25},                 // fails at an end or the middle
+        {"exp(x)", 1e-20, 1e-15, 1e-17},      // exponent notation
+        {"cos(x)", -1e-5, 1e-5, 1e-7},        // ends near 0 off by rounding
+        {"(x/1000)^13", -1e25, 1e25, 1e23},   // infinite parts, total NaN
+        {"1.7e308*sin(x*1000)", 0, 1, 0.01},  // overflow inside Simpson's sum
+        {"x^2", 123456.7, 123457.9, 0.01},    // nodes rounded to 6 digits
+        {"y", 0, 1, 0.5},
+        {"*x", 0, 1, 0.5},
+    };
+    for (const auto& c : cases) {
+        for (Rule rule : kRules) {
+            const std::string assembled = run([&] { return rule(Function(c.f), c.x1, c.x2, c.h); });
+            std::cerr.exceptions(std::ios_base::badbit);
+            const std::string fieldByField = run([&] { return rule(Function(c.f), c.x1, c.x2, c.h); });
+            std::cerr.exceptions(std::ios_base::goodbit);
+            ASSERT_EQ(assembled, fieldByField) << c.f << " over " << c.x1 << ".." << c.x2;
+        }
+        Expression e(c.f);
+        for (double x : {c.x1, (c.x1 + c.x2) / 2, c.x2}) {
+            char text[300];
+            std::snprintf(text, sizeof text, "x = %lg", x);
+            EXPECT_EQ(run([&] { return Function(c.f)(x); }),
+                      run([&] { return e.set_variables(text), e.calculate(ExpressionTestAccess::postfix(e)); }))
+                << c.f << " at " << x;
+        }
+    }
+}

@@ -223,7 +223,6 @@ TEST(Desktop, PlotToolsZoomPanResetSaveAndCopy) {
     for (const char* name : {"actionSavePlot", "actionCopyPlot", "actionResetPlot"}) {
         actions[name] = plot->findChild<QAction*>(QString::fromLatin1(name));
         ASSERT_TRUE(actions[name] && plot->actions().contains(actions[name])) << name;
-        EXPECT_TRUE(actions[name]->text().contains(QRegularExpression(u("^[А-Яа-я]")))) << name;
     }
     h.click("checkSpline");
     for (int c = 0; c < 5; ++c) h.typeCell(0, c, c), h.typeCell(1, c, c * c);
@@ -281,8 +280,7 @@ TEST(Desktop, PlotToolsZoomPanResetSaveAndCopy) {
             EXPECT_TRUE(boxes[0].text.startsWith(u("Не удалось сохранить график в файл ") + dir + u(f.written) + u(": ")));
         }
     }
-    const QSize png = QImage(dir + u("plot.png")).size();
-    EXPECT_EQ(png, plot->size() * 2);  // drawn at twice a screen's resolution
+    EXPECT_EQ(QImage(dir + u("plot.png")).size(), plot->size() * 2);  // drawn at twice a screen's resolution
 
     QApplication::clipboard()->clear();
     actions["actionCopyPlot"]->trigger();

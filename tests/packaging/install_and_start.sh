@@ -17,17 +17,10 @@ done
 # `cmake --install` may have left for uninstalling: put back what was there.
 manifest=$(dirname "$2")/install_manifest.txt
 scratch=$(mktemp -d "${TMPDIR:-/tmp}/kalkora-packaging.XXXXXX")
-[[ ! -f "$manifest" ]] || cp -p "$manifest" "$scratch/install_manifest.txt"
+cp -p "$manifest" "$scratch/" 2>/dev/null || true
 pid=
-stop() {
-  [[ -z "$pid" ]] || { kill -TERM "$pid" 2>/dev/null; wait "$pid" 2>/dev/null; pid=; } || true
-}
-cleanup() {
-  stop
-  if [[ -f "$scratch/install_manifest.txt" ]]; then cp -p "$scratch/install_manifest.txt" "$manifest"; else rm -f "$manifest"; fi
-  rm -rf "$scratch"
-}
-trap cleanup EXIT
+stop() { [[ -z "$pid" ]] || { kill -TERM "$pid" 2>/dev/null; wait "$pid" 2>/dev/null; pid=; } || true; }
+trap 'stop; mv -f "$scratch/install_manifest.txt" "$manifest" 2>/dev/null || rm -f "$manifest"; rm -rf "$scratch"' EXIT
 trap 'exit 1' INT TERM
 
 failures=0
@@ -38,9 +31,8 @@ have() { command -v "$1" >/dev/null || { echo "SKIP: $1 is not installed, its ch
 
 # --- build and check the package ------------------------------------------------
 "$1" -G DEB --config "$2" -B "$scratch/out" >"$scratch/cpack.log" 2>&1 || { cat "$scratch/cpack.log" >&2; fatal "cpack -G DEB failed"; }
-debs=("$scratch"/out/*.deb)
-[[ ${#debs[@]} == 1 && -f "${debs[0]}" ]] || fatal "expected one .deb, found: ${debs[*]}"
-deb=${debs[0]}
+deb=$(echo "$scratch"/out/*.deb)
+[[ -f "$deb" ]] || fatal "expected one .deb, found: $deb"
 echo "package: $(basename "$deb"), $(stat -c %s "$deb") bytes"
 if have lintian; then lintian --fail-on error,warning "$deb" || fail "lintian reports errors or warnings"; fi
 # Whole package names of Depends (dpkg-shlibdeps names Qt and Qwt, the build files the font).

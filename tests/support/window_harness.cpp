@@ -4,7 +4,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iostream>
-#include <sstream>
+#include <iterator>
 #include <unistd.h>
 
 #include <QAbstractButton>
@@ -40,10 +40,6 @@ WindowHarness::~WindowHarness() {
     std::fflush(stderr);
     dup2(savedStderr_, 2);
     close(savedStderr_);
-}
-
-void WindowHarness::missingChild(const char* name) {
-    ADD_FAILURE() << "the window has no child named " << name;
 }
 
 void WindowHarness::click(const char* name) {
@@ -113,10 +109,8 @@ std::vector<Curve> WindowHarness::curves() const {
 }
 
 std::string WindowHarness::logName() const {
-    for (const auto& entry : std::filesystem::directory_iterator(dir_.path())) {
-        const std::string name = entry.path().filename().string();
-        if (name.rfind("log-", 0) == 0) return name;
-    }
+    for (const auto& entry : std::filesystem::directory_iterator(dir_.path()))
+        if (entry.path().filename().string().rfind("log-", 0) == 0) return entry.path().filename().string();
     return std::string();
 }
 
@@ -124,7 +118,5 @@ std::string WindowHarness::log() const {
     std::cerr.flush();
     std::fflush(stderr);
     std::ifstream in(dir_.path() + "/" + logName(), std::ios::binary);
-    std::ostringstream text;
-    text << in.rdbuf();
-    return text.str();
+    return std::string(std::istreambuf_iterator<char>(in), {});
 }

@@ -12,6 +12,7 @@
 #include <QString>
 #include <QTableWidget>
 #include <QWidget>
+#include <gtest/gtest.h>
 
 #include "app/widget.h"
 #include "modal_box_catcher.h"
@@ -44,7 +45,7 @@ public:
     template <class T = QWidget>
     T* child(const char* name) const {
         T* widget = window_->findChild<T*>(QString::fromLatin1(name));
-        if (!widget) missingChild(name);
+        if (!widget) ADD_FAILURE() << "the window has no child named " << name;
         return widget;
     }
 
@@ -70,8 +71,6 @@ public:
     std::string log() const;
 
 private:
-    static void missingChild(const char* name);
-
     TempWorkDir dir_;
     int savedStderr_;
     ModalBoxCatcher catcher_;

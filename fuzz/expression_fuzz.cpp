@@ -1,8 +1,7 @@
-// Fuzz target for the expression evaluator. The input's first line is the text of a Function,
-// called at a few points; the rest is an assignment text given to eval. Construction may fail
-// only with ExpressionWrongFormat and a call or eval only with the three expression exceptions;
-// a value must be finite, and a second call or a call on a copy must give the same outcome bit
-// for bit. Anything else aborts, which the fuzzer reports as a crash.
+// Fuzz target for the expression evaluator. The input's first line is the text of a Function, called at a few points;
+// the rest is an assignment text given to eval. Construction may fail only with ExpressionWrongFormat and a call or
+// eval only with the three expression exceptions; a value must be finite, and a second call or a call on a copy must
+// give the same outcome bit for bit. Anything else aborts, which the fuzzer reports as a crash.
 #include <cmath>
 #include <cstdint>
 #include <cstdlib>
@@ -17,8 +16,8 @@
 
 namespace {
 
-// The value, or which exception came out (with the unknown name): 0 value, 1 wrong format,
-// 2 unknown variable, 3 bad result.
+// The value, or which exception came out (with the unknown name): 0 value, 1 wrong format, 2 unknown variable, 3 bad
+// result.
 std::string outcome(const std::function<double()>& run) {
     try {
         const double v = run();
@@ -46,8 +45,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         }
     } catch (const ExpressionWrongFormat&) {
     }
-    // A fresh object per input keeps runs reproducible; whatever the text stored, the object
-    // must evaluate normally afterwards.
+    // A fresh object per input keeps runs reproducible; whatever the text stored, the object must evaluate normally
+    // afterwards.
     Expression e("x + y*pi");
     outcome([&] { return e.eval(input.substr(std::min(line + 1, size))); });
     if (e.eval("x = 1 y = 2 pi = 3") != 7.0) std::abort();

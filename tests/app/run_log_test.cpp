@@ -28,8 +28,8 @@ TEST(RunLog, NameFromTimeText) {
     for (const auto& c : cases) EXPECT_EQ(runLogFileName(c.time.c_str()), c.name) << c.time;
 }
 
-// A start creates the log named after its start time, or truncates an old one of that name
-// (two starts within a second), and makes it standard error.
+// A start creates the log named after its start time, or truncates an old one of that name (two starts within a
+// second), and makes it standard error.
 TEST(RunLog, CreatedOrTruncatedAtStartAndTakesStandardError) {
     for (const std::string old : {"", "old run\n"}) {
         TempWorkDir dir;
@@ -61,8 +61,8 @@ TEST(RunLog, CreatedOrTruncatedAtStartAndTakesStandardError) {
     }
 }
 
-// The child starts in a working directory that no longer exists, so the log
-// cannot be created; it reports its box on a copy of the lost standard error.
+// The child starts in a working directory that no longer exists, so the log cannot be created; it reports its box on
+// a copy of the lost standard error.
 TEST(RunLogDeathTest, UncreatableLogShowsErrorBoxAndExitsWithOne) {
     GTEST_FLAG_SET(death_test_style, "threadsafe");
     TempWorkDir gone;

@@ -1,5 +1,5 @@
-// Each task from end to end through the window: input typed as a user would, the result fields,
-// the curves on the plot and the framing of the run log; then every failure as its box and line.
+// Each task from end to end through the window: input typed as a user would, the result fields, the curves on the
+// plot and the framing of the run log; then every failure as its box and line.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -17,8 +17,8 @@ namespace {
 
 using Fn = std::function<double(double)>;
 
-// Enters a task's input: f(x), n from the number of nodes (interpolation), x in row 0 and y in
-// row 1 of the table, X* (or x1).
+// Enters a task's input: f(x), n from the number of nodes (interpolation), x in row 0 and y in row 1 of the table, X*
+// (or x1).
 void enter(WindowHarness& h, int task, const char* function, const std::vector<double>& xs,
            const std::vector<double>& ys = {}, double x1 = 0) {
     h.click(kTaskButtons[task]);
@@ -42,9 +42,9 @@ void expectFramedLog(WindowHarness& h, const std::string& task) {
     EXPECT_EQ(log.find(" task ", begin.size()), log.size() - end.size() + task.size()) << log;
 }
 
-// The four tasks that plot: each row typed, calculated, and its fields, curves and log checked.
-// The curves are the task's lines, 100 samples over the range of the nodes (one node: a unit
-// either side of it) on the given functions, then the table's points, sorted, as dots.
+// The four tasks that plot: each row typed, calculated, and its fields, curves and log checked. The curves are the
+// task's lines, 100 samples over the range of the nodes (one node: a unit either side of it) on the given functions,
+// then the table's points, sorted, as dots.
 TEST(TaskRuns, FieldsCurvesAndLogOfEachPlottingTask) {
     const Fn square = [](double x) { return x * x; }, line = [](double x) { return 2 * x + 1; };
     const Fn twice = [](double x) { return 2 * x; }, two = [](double) { return 2.0; };
@@ -160,8 +160,8 @@ TEST(TaskRuns, SecondPressClearsTheFirstRun) {
     EXPECT_EQ(h.curves().size(), 2u);
 }
 
-// Each failure reaches the user as exactly one "Ошибка" box and the log as its line and an empty
-// line; fields written before the failure stay.
+// Each failure reaches the user as exactly one "Ошибка" box and the log as its line and an empty line; fields written
+// before the failure stay.
 TEST(TaskRuns, EveryErrorHandlerFromTheWindow) {
     const std::pair<const char*, const char*> format = {"Error: expression has wrong format.",
                                                         "Неправильный формат ввода выражения"};

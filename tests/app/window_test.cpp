@@ -13,9 +13,9 @@
 
 namespace {
 
-// The bare form on a plain window: what setupUi alone builds that the user meets as behaviour (the
-// geometry, fonts and texts of the widgets live in the form file only; the layout tests below and
-// the desktop tests check what they show).
+// The bare form on a plain window: what setupUi alone builds that the user meets as behaviour (the geometry, fonts
+// and texts of the widgets live in the form file only; the layout tests below and the desktop tests check what they
+// show).
 TEST(Form, WindowInputLimitsAndTabOrder) {
     QWidget host;
     Ui_Widget ui;
@@ -63,8 +63,8 @@ TEST(Form, WindowInputLimitsAndTabOrder) {
         "x1", "x2", "h1", "h2", "checkRectMethod", "checkTrapezMethod", "checkSimpsonMethod",
         "tableFunc", "exprFunc", "n", "calcButton", "clearButton", "helpButton", "closeButton",
         "tabWidget", "res1", "res2", "eps1", "eps2"};
-    // One round of the focus chain, keeping only the chained widgets (compound
-    // widgets put their internals in between).
+    // One round of the focus chain, keeping only the chained widgets (compound widgets put their internals in
+    // between).
     QStringList order;
     QWidget* at = ui.checkInterpolation;
     do {
@@ -74,8 +74,8 @@ TEST(Form, WindowInputLimitsAndTabOrder) {
     EXPECT_EQ(order, wanted);
 }
 
-// "P_1(x) = " stands for the rich-text label P<sub>1</sub>(x) = in the form
-// the form designer writes; texts without '_' are plain.
+// "P_1(x) = " stands for the rich-text label P<sub>1</sub>(x) = in the form the form designer writes; texts without
+// '_' are plain.
 QString labelText(const char* text) {
     const QString plain = u(text);
     const int at = plain.indexOf('_');
@@ -86,8 +86,8 @@ QString labelText(const char* text) {
 
 const int tableColumns[5] = {4, 5, 6, 5, 0}, tableRows[5] = {1, 2, 2, 2, 0};
 
-// The table of points: shape, headers, the cell editor on every row and 0.0 in every cell from
-// column `keptColumns` on.
+// The table of points: shape, headers, the cell editor on every row and 0.0 in every cell from column `keptColumns`
+// on.
 void expectTable(WindowHarness& h, int columns, int rows, int keptColumns = 0) {
     auto* table = h.child<QTableWidget>("tableFunc");
     ASSERT_EQ(table->columnCount(), columns);
@@ -180,8 +180,8 @@ TEST(Window, EachTaskShapesThePanelAndClearKeepsIt) {
             EXPECT_EQ(key.second ? label->toolTip() : label->text(), text) << key.first << " " << key.second;
         }
     };
-    // Start-up selects interpolation; then every task follows each other one and itself. Selecting
-    // a task and clearing both reset every input and the results and give the task's layout.
+    // Start-up selects interpolation; then every task follows each other one and itself. Selecting a task and
+    // clearing both reset every input and the results and give the task's layout.
     int step = 0;
     for (int task : {0, 4, 1, 2, 3, 4, 0, 2, 1, 0, 3, 3, 1, 4, 2, 2, 4, 4, 3, 0, 0, 1, 1, 3, 2, 0}) {
         SCOPED_TRACE(std::to_string(step) + " " + kTaskButtons[task]);

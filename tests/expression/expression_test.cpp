@@ -1,5 +1,5 @@
-// Expression: the texts accepted and rejected, the steps of the constructor, evaluation, assignment texts and
-// the variables kept between calls.
+// Expression: the texts accepted and rejected, the steps of the constructor, evaluation, assignment texts and the
+// variables kept between calls.
 
 #include <gtest/gtest.h>
 
@@ -32,8 +32,8 @@ TEST(ExpressionSyntax, AcceptedAndRejectedTexts)
     }
 }
 
-// The steps of the constructor one by one: split and convert_expression append to their output, the latter marks
-// the operators in place. On sequences no text produces: a start marked binary passes the check, a token of undefined
+// The steps of the constructor one by one: split and convert_expression append to their output, the latter marks the
+// operators in place. On sequences no text produces: a start marked binary passes the check, a token of undefined
 // type matches no rule, and an unmatched ")" stops the conversion.
 TEST(ExpressionSyntax, StepsOneByOne)
 {
@@ -54,8 +54,8 @@ TEST(ExpressionSyntax, StepsOneByOne)
     EXPECT_THROW(e.check_expression({x, what}), ExpressionWrongFormat);
 }
 
-// Values compared bit for bit (the order of operations and the function formulas are fixed) and failures by
-// exception class. Every text constructs; each outcome holds at two evaluations in turn on one object.
+// Values compared bit for bit (the order of operations and the function formulas are fixed) and failures by exception
+// class. Every text constructs; each outcome holds at two evaluations in turn on one object.
 TEST(ExpressionEval, Outcomes)
 {
     const double a = 0.3;

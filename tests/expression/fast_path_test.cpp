@@ -1,5 +1,5 @@
-// The compiled evaluation and the direct rounding of x, checked bit for bit against the text route they stand in
-// for: the text "x = %lg" stored by set_variables, then calculate's walk.
+// The compiled evaluation and the direct rounding of x, checked bit for bit against the text route they stand in for:
+// the text "x = %lg" stored by set_variables, then calculate's walk.
 
 #include <gtest/gtest.h>
 

@@ -33,8 +33,8 @@ Rows rowsOf(const Matrix& m) {
     return rows;
 }
 
-// Strictly diagonally dominant (well conditioned, fine for every solver, no row exchanges), the rest by the seed;
-// a band keeps only the tridiagonal part.
+// Strictly diagonally dominant (well conditioned, fine for every solver, no row exchanges), the rest by the seed; a
+// band keeps only the tridiagonal part.
 Matrix dominant(int n, int seed, bool band = false) {
     Matrix A(n);
     for (int i = 0; i < n; ++i)
@@ -44,8 +44,8 @@ Matrix dominant(int n, int seed, bool band = false) {
 }
 
 #define LINALG_CATCH_AS(E) catch (const E&) { thrown = #E; }
-// The class the action throws ("none" if it returns), then its log: for runs to the iteration limit (`onlyCerr`)
-// what std::cerr writes, kept in memory to save a system call per line.
+// The class the action throws ("none" if it returns), then its log: for runs to the iteration limit (`onlyCerr`) what
+// std::cerr writes, kept in memory to save a system call per line.
 std::string outcome(const std::function<void()>& action, bool onlyCerr = false) {
     StderrCapture log;
     std::ostringstream memory;
@@ -307,8 +307,8 @@ TEST(JacobiMethod, CompleteLogsSymmetryCheckAndEigenvectors) {
     EXPECT_LT(norm(A * s.V - s.V * lambda) + norm(s.V * s.V.transposed() - getIdentityMatrix(5)), 1e-11);
 }
 
-// Every iterative method gives up after 100001 iterations without writing results: a zero diagonal element makes
-// the solvers' estimates NaN, eps = 0 is never above QR's real-root estimate 0, a negative eps never above off(A).
+// Every iterative method gives up after 100001 iterations without writing results: a zero diagonal element makes the
+// solvers' estimates NaN, eps = 0 is never above QR's real-root estimate 0, a negative eps never above off(A).
 TEST(IterationLimit, EveryMethodStopsAfter100001Iterations) {
     const Matrix Z = fromRows({{0, 1}, {1, 2}});
     const EigenRun qr(kQR, fromRows({{2}}), 0.0, true), jacobi(kJacobi, fromRows({{2, 1}, {1, 2}}), -1.0, true);

@@ -1,10 +1,9 @@
-// Monkey test of the main window: a seeded, reproducible stream of random user actions over all
-// five tasks. The one invariant: every press of "Расчет" ends in exactly one message box and adds
-// exactly one framed run of the selected task to the run log, closed by the task's end line after
-// the success box or by one error line after an error box (which line each box has is pinned by
-// the task run tests).
-// KALKORA_MONKEY_SEED and KALKORA_MONKEY_ACTIONS override the seed and the action count;
-// KALKORA_MONKEY_TRACE=1 prints every action before it runs, so the last line names a crash.
+// Monkey test of the main window: a seeded, reproducible stream of random user actions over all five tasks. The one
+// invariant: every press of "Расчет" ends in exactly one message box and adds exactly one framed run of the selected
+// task to the run log, closed by the task's end line after the success box or by one error line after an error box
+// (which line each box has is pinned by the task run tests). KALKORA_MONKEY_SEED and KALKORA_MONKEY_ACTIONS override
+// the seed and the action count; KALKORA_MONKEY_TRACE=1 prints every action before it runs, so the last line names a
+// crash.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -65,8 +64,8 @@ private:
     }
     void click(const char* button) { note(button), h_.click(button); }
 
-    // One action, drawn by weight; an action on a widget that the selected task hides is skipped,
-    // and one on the input panel first brings its tab.
+    // One action, drawn by weight; an action on a widget that the selected task hides is skipped, and one on the
+    // input panel first brings its tab.
     void step() {
         enum { Task, Rule, N, Cell, Fill, Text, Spin, Calculate, Clear, Tab, Count };
         static const int kWeights[Count] = {6, 4, 5, 18, 8, 14, 14, 13, 3, 5};
@@ -109,8 +108,8 @@ private:
         }
     }
 
-    // 0, an extreme, a duplicate of a cell of the same row or one editor step away from it, a
-    // small integer, or any value.
+    // 0, an extreme, a duplicate of a cell of the same row or one editor step away from it, a small integer, or any
+    // value.
     double cellValue(int row) {
         const double other = h_.cell(row, pick(table()->columnCount()));
         switch (pick(10)) {
@@ -128,8 +127,7 @@ private:
         h_.typeCell(row, column, value);
     }
 
-    // The whole table: abscissas in a shuffled progression whose step is one editor step or
-    // wider, and any ordinates.
+    // The whole table: abscissas in a shuffled progression whose step is one editor step or wider, and any ordinates.
     void fillTable() {
         const int n = table()->columnCount();
         const double base = chance(20) ? -kCellLimit : decimal(50, 2);
@@ -141,9 +139,8 @@ private:
         for (int c = 0; c < n && table()->rowCount() == 2; ++c) typeCell(1, c, cellValue(1));
     }
 
-    // Texts over every function, some undefined on part of the axis (so failures come at any sample
-    // of a plot), texts that construction rejects, unknown names, and noise with letters outside
-    // Latin-1.
+    // Texts over every function, some undefined on part of the axis (so failures come at any sample of a plot), texts
+    // that construction rejects, unknown names, and noise with letters outside Latin-1.
     QString expression() {
         static const char* const kTexts[] = {
             "sin(2*pi*x)*exp(-4*pi^2*x)", "0.5 * (1. + 0.2 - 1e-1)", "", "1/x", "sqrt(x)", "exp(x*50)", "x^x",
@@ -209,8 +206,8 @@ TEST(Monkey, EveryPressShowsOneBoxAndLogsOneFramedRun) {
     const auto number = [](const char* name, unsigned fallback) {
         return qEnvironmentVariableIsEmpty(name) ? fallback : qgetenv(name).toUInt();
     };
-    // Every box makes the headless platform note that it cannot propagate size hints: a thousand
-    // boxes would bury the test's own output.
+    // Every box makes the headless platform note that it cannot propagate size hints: a thousand boxes would bury the
+    // test's own output.
     static QtMessageHandler qtMessages = nullptr;
     qtMessages = qInstallMessageHandler([](QtMsgType type, const QMessageLogContext& at, const QString& text) {
         if (!text.contains(QLatin1String("propagateSizeHints"))) qtMessages(type, at, text);

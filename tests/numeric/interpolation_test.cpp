@@ -76,8 +76,8 @@ TEST(InterpolationForms, TextsValuesBoundsFactorialAndSign) {
     for (const auto& c : signs) EXPECT_EQ(sign(c.v), c.expected) << c.v;
 }
 
-// Random tables: both forms pass through their nodes with error bound 0 there, agree between the nodes, and
-// expand into n coefficients with the same values.
+// Random tables: both forms pass through their nodes with error bound 0 there, agree between the nodes, and expand
+// into n coefficients with the same values.
 TEST(InterpolationProperty, FormsAgreeOnRandomTables) {
     StderrCapture quiet;
     std::mt19937 gen(20240517);

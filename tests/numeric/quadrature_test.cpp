@@ -19,8 +19,8 @@ using Rule = double (*)(Function, double, double, double);
 using Estimate = double (*)(double, double, double, double);
 static const Rule kRules[] = {integrateWithRectangles, integrateWithTrapezoidalRule, integrateWithSimpson};
 
-// Every rule: the subinterval count (the "Part: " lines) and the oriented integral, exact for a linear f (nodes
-// have at most 6 significant digits, so f sees them exactly); Simpson's rule is exact for cubics.
+// Every rule: the subinterval count (the "Part: " lines) and the oriented integral, exact for a linear f (nodes have
+// at most 6 significant digits, so f sees them exactly); Simpson's rule is exact for cubics.
 TEST(QuadratureRules, SubintervalCountsExactnessAndOperationOrder) {
     const struct { const char* f; double x1, x2, h; int parts; double integral; } cases[] = {
         {"2*x+1", 0, 1, 0.4, 3, 2},
@@ -42,16 +42,16 @@ TEST(QuadratureRules, SubintervalCountsExactnessAndOperationOrder) {
         }
     StderrCapture quiet;
     EXPECT_NEAR(integrateWithSimpson(Function("x^3-x"), -1, 1.5, 0.5), 0.390625, 1e-14);
-    // Bit-exact where the order shows: ends computed afresh from i (accumulated ends give 0.9999999999999999 for
-    // the rectangles), Simpson dividing the sum once by 6 (dividing each part gives 1 for h = 0.1).
+    // Bit-exact where the order shows: ends computed afresh from i (accumulated ends give 0.9999999999999999 for the
+    // rectangles), Simpson dividing the sum once by 6 (dividing each part gives 1 for h = 0.1).
     EXPECT_EQ(integrateWithSimpson(Function("x^2"), 0, 1, 1), 1.0 / 3);
     EXPECT_EQ(integrateWithRectangles(Function("1"), 0, 1, 0.1), 1.0);
     EXPECT_EQ(integrateWithSimpson(Function("1"), 0, 1, 0.1), 0.9999999999999999);
     EXPECT_EQ(integrateWithSimpson(Function("1"), 0, 1, 0.7), 1.0);
 }
 
-// Halving h divides the error by 2^order. Runge-Romberg predicts the error of the second result, whichever
-// step is the finer, and gives NaN for steps less than a relative 1e-8 apart.
+// Halving h divides the error by 2^order. Runge-Romberg predicts the error of the second result, whichever step is
+// the finer, and gives NaN for steps less than a relative 1e-8 apart.
 TEST(QuadratureConvergence, ErrorRatiosAndEstimates) {
     const double exact = std::exp(1.0) - 1;
     const struct { Rule rule; Estimate estimate; double ratio; } cases[] = {
@@ -79,8 +79,8 @@ struct InfinityAsOo : std::num_put<char> {
     }
 };
 
-// Byte for byte, also under a global C++ locale that writes numbers its own way, and in the file behind descriptor
-// 2 as each rule returns or throws, even with stderr fully buffered and std::cerr not flushing per operation.
+// Byte for byte, also under a global C++ locale that writes numbers its own way, and in the file behind descriptor 2
+// as each rule returns or throws, even with stderr fully buffered and std::cerr not flushing per operation.
 TEST(QuadratureLog, CompleteRunsFailureAndFlushing) {
     StderrCapture log;
     static char buffer[1 << 16];
@@ -122,8 +122,8 @@ static std::string run(const std::function<double()>& action) {
     return log.take() + "=> " + outcome;
 }
 
-// Lines assembled, or written field by field while std::cerr throws on failure: the same bytes. f is the value
-// the text "x = %lg" gives through the expression's postfix walk.
+// Lines assembled, or written field by field while std::cerr throws on failure: the same bytes. f is the value the
+// text "x = %lg" gives through the expression's postfix walk.
 TEST(QuadratureLog, SameBytesAsFieldByFieldWriting) {
     const struct { const char* f; double x1, x2, h; } cases[] = {
         {"sin(2*pi*x)*exp(-x^2/100)", -99.9999, 99.9999, 0.25},

@@ -1,10 +1,9 @@
 #!/usr/bin/env bash
-# Builds the Debian package from a configured and built tree, checks it with Debian's tools
-# where installed (lintian, appstreamcli, desktop-file-validate: any error or warning fails),
-# unpacks it into a scratch root as dpkg would install it, and starts the menu entry's command
-# there on a virtual display, as a menu does: from the home folder, which the run log must not
-# land in. Usage: install_and_start.sh CPACK CPACK_CONFIG
-# Exits 0 on success, 1 on a failed check, 77 when dpkg's tools are missing.
+# Builds the Debian package from a configured and built tree, checks it with Debian's tools where installed (lintian,
+# appstreamcli, desktop-file-validate: any error or warning fails), unpacks it into a scratch root as dpkg would
+# install it, and starts the menu entry's command there on a virtual display, as a menu does: from the home folder,
+# which the run log must not land in. Usage: install_and_start.sh CPACK CPACK_CONFIG. Exits 0 on success, 1 on a failed
+# check, 77 when dpkg's tools are missing.
 set -euo pipefail
 if [[ -z "${KALKORA_XVFB:-}" ]] && command -v xvfb-run >/dev/null; then
   KALKORA_XVFB=1 exec xvfb-run -a -s "-screen 0 1024x768x24" bash "$0" "$@"
@@ -13,8 +12,8 @@ for tool in dpkg dpkg-deb; do
   command -v "$tool" >/dev/null || { echo "SKIP: $tool is not installed"; exit 77; }
 done
 
-# CPack's install step rewrites the build tree's install_manifest.txt, which a real
-# `cmake --install` may have left for uninstalling: put back what was there.
+# CPack's install step rewrites the build tree's install_manifest.txt, which a real `cmake --install` may have left
+# for uninstalling: put back what was there.
 manifest=$(dirname "$2")/install_manifest.txt
 scratch=$(mktemp -d "${TMPDIR:-/tmp}/kalkora-packaging.XXXXXX")
 cp -p "$manifest" "$scratch/" 2>/dev/null || true
@@ -67,10 +66,10 @@ read -r -a command <<<"${exec_line//%[A-Za-z]/}"
 command[0]=$root${command[0]}
 [[ -x "${command[0]}" ]] || fatal "Exec=$exec_line is not a program in the package"
 
-# --- start it from the menu ----------------------------------------------------
-# menu_start CASE WHERE [VAR=VALUE...]: starts the command from $scratch/CASE/home as HOME with
-# the given environment and waits for its run log; a second later the program must still run and
-# show its window. The one run log under $scratch/CASE must be in $scratch/CASE/WHERE.
+# --- start it from the menu ---------------------------------------------------- menu_start CASE WHERE
+# [VAR=VALUE...]: starts the command from $scratch/CASE/home as HOME with the given environment and waits for its run
+# log; a second later the program must still run and show its window. The one run log under $scratch/CASE must be in
+# $scratch/CASE/WHERE.
 mkdir -m 700 "$scratch/runtime"
 platform=offscreen
 [[ -z "${DISPLAY:-}" ]] || platform=xcb

@@ -1,7 +1,6 @@
 #pragma once
-// ModalBoxCatcher: answers the application's modal message boxes in tests.
-// While alive, a 10 ms timer (which also runs inside a box's own event loop)
-// records each visible QMessageBox and closes it with Ok (or rejects it).
+// ModalBoxCatcher: answers the application's modal message boxes in tests. While alive, a 10 ms timer (which also
+// runs inside a box's own event loop) records each visible QMessageBox and closes it with Ok (or rejects it).
 
 #include <functional>
 #include <vector>
@@ -27,8 +26,8 @@ public:
     // Every box caught since construction or since the last take().
     std::vector<CaughtBox> take();
 
-    // Called for each box before it is closed: a box shown just before the
-    // process exits can only be reported from here.
+    // Called for each box before it is closed: a box shown just before the process exits can only be reported from
+    // here.
     std::function<void(const CaughtBox&)> onBox;
 
 private:

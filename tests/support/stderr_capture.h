@@ -1,7 +1,6 @@
 #pragma once
-// Captures everything written to file descriptor 2 (std::cerr and fprintf(stderr, ...)) while an
-// instance is alive, through GoogleTest's own capture, so tests can compare the run log byte for
-// byte. One capture at a time.
+// Captures everything written to file descriptor 2 (std::cerr and fprintf(stderr, ...)) while an instance is alive,
+// through GoogleTest's own capture, so tests can compare the run log byte for byte. One capture at a time.
 
 #include <cstdio>
 #include <iostream>

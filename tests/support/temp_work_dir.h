@@ -1,7 +1,6 @@
 #pragma once
-// Makes a fresh temporary directory the working directory for the lifetime of
-// an instance, then returns to the previous one and removes the directory.
-// The window writes its run log into the working directory, so every window
+// Makes a fresh temporary directory the working directory for the lifetime of an instance, then returns to the
+// previous one and removes the directory. The window writes its run log into the working directory, so every window
 // test runs inside one of these.
 
 #include <string>

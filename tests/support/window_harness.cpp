@@ -19,8 +19,8 @@
 
 namespace {
 
-// Selects everything in a spin box's line edit, types the value as the box
-// shows it (locale and decimals) and commits it with Return.
+// Selects everything in a spin box's line edit, types the value as the box shows it (locale and decimals) and commits
+// it with Return.
 void typeInto(QDoubleSpinBox* box, double value) {
     QLineEdit* line = box->findChild<QLineEdit*>();
     line->selectAll();
@@ -55,8 +55,7 @@ void WindowHarness::typeCell(int row, int column, double value) {
     auto* editor = qobject_cast<QDoubleSpinBox*>(table->indexWidget(table->model()->index(row, column)));
     ASSERT_NE(editor, nullptr) << "cell " << row << ", " << column << " opened no spin box";
     typeInto(editor, value);
-    // The delegate commits and closes the editor through a queued call and
-    // deletes it later: let both happen now.
+    // The delegate commits and closes the editor through a queued call and deletes it later: let both happen now.
     QCoreApplication::processEvents();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
@@ -75,8 +74,8 @@ void WindowHarness::typeText(const char* name, const QString& text) {
     if (!line) return;
     line->selectAll();
     line->del();
-    // One key event per character carrying the character itself, so that
-    // letters outside Latin-1 arrive as a keyboard layout would send them.
+    // One key event per character carrying the character itself, so that letters outside Latin-1 arrive as a keyboard
+    // layout would send them.
     for (const QChar ch : text) {
         for (QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease}) {
             QKeyEvent event(type, 0, Qt::NoModifier, QString(ch));

@@ -1,8 +1,7 @@
 #pragma once
-// WindowHarness: the main window under test, built and shown in a fresh
-// temporary working directory (where it writes its run log), with every
-// message box answered by a ModalBoxCatcher. Destruction closes the window
-// and gives file descriptor 2 (redirected into the log) back to the test.
+// WindowHarness: the main window under test, built and shown in a fresh temporary working directory (where it writes
+// its run log), with every message box answered by a ModalBoxCatcher. Destruction closes the window and gives file
+// descriptor 2 (redirected into the log) back to the test.
 
 #include <memory>
 #include <string>
@@ -51,16 +50,15 @@ public:
 
     // Clicks the named push or radio button.
     void click(const char* name);
-    // Types into a table cell through its editor, as a user would (decimal
-    // comma, Return to commit).
+    // Types into a table cell through its editor, as a user would (decimal comma, Return to commit).
     void typeCell(int row, int column, double value);
     double cell(int row, int column) const;
     // Replaces the content of the named spin box or line edit by typing.
     void typeNumber(const char* name, double value);
     void typeText(const char* name, const QString& text);
 
-    // Presses "Расчет": the one information box with an Ok button that it must show, or an empty
-    // box (and a test failure) when it showed another number of boxes.
+    // Presses "Расчет": the one information box with an Ok button that it must show, or an empty box (and a test
+    // failure) when it showed another number of boxes.
     CaughtBox calculate();
     std::string field(const char* name) const;
     // The curves attached to the plot, in the order they were attached.

@@ -95,11 +95,6 @@ void type(const char* keys) {
 
 void press(Qt::Key key) { QTest::keyClick(focused(), key); }
 
-// The point at which a cell of the table of points is drawn.
-QPoint cellCenter(QTableWidget* table, int column) {
-    return table->visualRect(table->model()->index(0, column)).center();
-}
-
 // Numbers typed into the spin boxes and the cells as a user would, reaching a calculation: "." works as the decimal
 // comma, and the first key typed into a box or an editor that shows a value replaces it, whether the editor was
 // opened by a double click, by Tab from the previous cell, by typing on the cell, or clicked into when open.
@@ -108,7 +103,7 @@ TEST(Desktop, TypedNumbersReachTheCalculation) {
     ASSERT_TRUE(QTest::qWaitForWindowActive(&h.window()));
     auto* table = h.child<QTableWidget>("tableFunc");
     h.typeText("exprFunc", u("x"));
-    QTest::mouseDClick(table->viewport(), Qt::LeftButton, {}, cellCenter(table, 0));
+    QTest::mouseDClick(table->viewport(), Qt::LeftButton, {}, table->visualRect(table->model()->index(0, 0)).center());
     type("2.5");
     press(Qt::Key_Tab);
     type("-1,25");

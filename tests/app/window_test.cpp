@@ -31,16 +31,13 @@ TEST(Form, WindowInputLimitsAndTabOrder) {
     QTabWidget* tabs = ui.tabWidget;
     EXPECT_EQ(tabs->count(), 2);
     EXPECT_EQ(tabs->currentIndex(), 0);
-    EXPECT_EQ(tabs->widget(0), child("tab"));
-    EXPECT_EQ(tabs->widget(1), child("tab_2"));
-    EXPECT_EQ(tabs->tabText(0), u("Ввод данных"));
-    EXPECT_EQ(tabs->tabText(1), u("Результат"));
+    const std::pair<const char*, const char*> pages[] = {{"tab", "Ввод данных"}, {"tab_2", "Результат"}};
+    for (int i = 0; i < 2; ++i)
+        EXPECT_TRUE(tabs->widget(i) == child(pages[i].first) && tabs->tabText(i) == u(pages[i].second)) << i;
 
     EXPECT_EQ(host.objectName(), u("Widget"));
     EXPECT_EQ(host.windowTitle(), u("Kalkora"));
-    EXPECT_EQ(host.size(), QSize(670, 550));
-    EXPECT_EQ(host.minimumSize(), QSize(670, 550));
-    EXPECT_EQ(host.maximumSize(), QSize(670, 550));
+    for (const QSize& size : {host.size(), host.minimumSize(), host.maximumSize()}) EXPECT_EQ(size, QSize(670, 550));
     EXPECT_EQ(host.locale(), QLocale(QLocale::Russian, QLocale::RussianFederation));
     // Minimum, maximum and step as the box shows them (decimals and comma).
     const std::pair<const char*, const char*> ranges[] = {
@@ -52,11 +49,9 @@ TEST(Form, WindowInputLimitsAndTabOrder) {
                       box->textFromValue(box->singleStep()), u(range)) << name;
         EXPECT_EQ(box->locale(), host.locale()) << name;
     }
-    EXPECT_EQ(ui.n->minimum(), 0);
-    EXPECT_EQ(ui.n->maximum(), 5);
+    EXPECT_EQ(std::make_pair(ui.n->minimum(), ui.n->maximum()), std::make_pair(0, 5));
     EXPECT_EQ(ui.tableFunc->rowCount() + ui.tableFunc->columnCount(), 0);
-    EXPECT_TRUE(ui.checkInterpolation->isChecked());
-    EXPECT_TRUE(ui.checkRectMethod->isChecked());
+    EXPECT_TRUE(ui.checkInterpolation->isChecked() && ui.checkRectMethod->isChecked());
 
     const QStringList wanted = {
         "checkInterpolation", "checkSpline", "checkMNK", "checkDifferentiation", "checkIntegration",

@@ -17,8 +17,7 @@ using Seq = std::vector<E::token>;
 const double kPi = 3.141592653589793;
 
 // Texts that construct (some fail only later, at evaluation: see Outcomes) and texts that do not.
-TEST(ExpressionSyntax, AcceptedAndRejectedTexts)
-{
+TEST(ExpressionSyntax, AcceptedAndRejectedTexts) {
     for (const char* text : {"2*(-x)", "sin(cos(x))", "((x))", "x^(-1)", "0", "Sin", "x\t+\n1\r", "  x  ", "0.5e+3",
                              "2E-2", "x2+log10(X)", "abs(-(-x))", "-(+x)", "1e-400", "00012", "x+(y)-(z)"}) {
         EXPECT_NO_THROW(Expression{text}) << '"' << text << '"';
@@ -35,8 +34,7 @@ TEST(ExpressionSyntax, AcceptedAndRejectedTexts)
 // The steps of the constructor one by one: split and convert_expression append to their output, the latter marks the
 // operators in place. On sequences no text produces: a start marked binary passes the check, a token of undefined
 // type matches no rule, and an unmatched ")" stops the conversion.
-TEST(ExpressionSyntax, StepsOneByOne)
-{
+TEST(ExpressionSyntax, StepsOneByOne) {
     Expression e("x");
     const E::token x{"x", E::variable}, what{"?", E::undefined};
     Seq infix = {{"first", E::variable}}, out = {{"first", E::number}}, unbalanced = {x, {")", E::parenthesis}};
@@ -56,8 +54,7 @@ TEST(ExpressionSyntax, StepsOneByOne)
 
 // Values compared bit for bit (the order of operations and the function formulas are fixed) and failures by exception
 // class. Every text constructs; each outcome holds at two evaluations in turn on one object.
-TEST(ExpressionEval, Outcomes)
-{
+TEST(ExpressionEval, Outcomes) {
     const double a = 0.3;
     const std::string x3 = "x = 0.3", bad = "ExpressionBadResult", format = "ExpressionWrongFormat";
     const auto v = [](double value) { return "value " + std::to_string(bitsOf(value)); };
@@ -111,8 +108,7 @@ TEST(ExpressionEval, Outcomes)
 }
 
 // Reached directly only with names and sequences that a constructed object never holds.
-TEST(ExpressionEval, ApplyAndCalculateGuards)
-{
+TEST(ExpressionEval, ApplyAndCalculateGuards) {
     const Expression e("x");
     EXPECT_FALSE(e.is_variable(""));
     for (const char* op : {"*", "/", "^", ""}) EXPECT_THROW(e.apply_unary(op, 1), ExpressionWrongFormat) << op;
@@ -121,14 +117,12 @@ TEST(ExpressionEval, ApplyAndCalculateGuards)
     EXPECT_THROW(e.priority({")", E::parenthesis}), ExpressionWrongFormat);
     const E::token one{"1", E::number}, plus{"+", E::binary_operator}, minus{"-", E::unary_operator};
     const E::token sin{"sin", E::function}, open{"(", E::parenthesis}, abc{"abc", E::number};
-    for (const Seq& bad : std::vector<Seq>{{}, {one, one}, {one, plus}, {minus}, {sin}, {one, open}, {abc}}) {
+    for (const Seq& bad : std::vector<Seq>{{}, {one, one}, {one, plus}, {minus}, {sin}, {one, open}, {abc}})
         EXPECT_THROW(e.calculate(bad), ExpressionWrongFormat) << describe(bad);
-    }
     EXPECT_EQ(e.calculate({one, {"2.5", E::number}, {"*", E::binary_operator}}), 2.5);
 }
 
-TEST(ExpressionEval, AssignmentTexts)
-{
+TEST(ExpressionEval, AssignmentTexts) {
     const struct { std::string text; double expected; } accepted[] = {
         {"x = 1 y = 2", 21},
         {"  x\t=\t1\ny = 2  ", 21},
@@ -144,8 +138,7 @@ TEST(ExpressionEval, AssignmentTexts)
 }
 
 // Numbers in both texts are read and written in the classic locale, whatever the global one says.
-TEST(ExpressionEval, TextsIgnoreTheGlobalLocale)
-{
+TEST(ExpressionEval, TextsIgnoreTheGlobalLocale) {
     struct Comma : std::numpunct<char> { char do_decimal_point() const override { return ','; } };
     struct Restore { std::locale old; ~Restore() { std::locale::global(old); } } restore{
         std::locale::global(std::locale(std::locale::classic(), new Comma))};
@@ -153,8 +146,7 @@ TEST(ExpressionEval, TextsIgnoreTheGlobalLocale)
     EXPECT_EQ(Expression("2.5*x").eval("x = 1"), 2.5);
 }
 
-TEST(ExpressionEval, VariablesPersistInEachCopyAndSurviveFailures)
-{
+TEST(ExpressionEval, VariablesPersistInEachCopyAndSurviveFailures) {
     Expression e("1/x + y");
     EXPECT_THROW(e.eval("x = 1"), ExpressionUnknownVariable);
     EXPECT_THROW(e.eval("x = 0 y = 1"), ExpressionBadResult);

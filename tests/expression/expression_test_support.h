@@ -13,15 +13,13 @@ struct ExpressionTestAccess {
     static const std::vector<Expression::token>& postfix(const Expression& e) { return e.postfix; }
 };
 
-inline std::string describe(const std::vector<Expression::token>& tokens)
-{
+inline std::string describe(const std::vector<Expression::token>& tokens) {
     std::string s;
     for (const auto& t : tokens) s += (s.empty() ? "" : " ") + Expression::token_t_list[t.type] + ":" + t.text;
     return s;
 }
 
-inline std::uint64_t bitsOf(double v)
-{
+inline std::uint64_t bitsOf(double v) {
     std::uint64_t bits;
     std::memcpy(&bits, &v, sizeof bits);
     return bits;
@@ -29,8 +27,7 @@ inline std::uint64_t bitsOf(double v)
 
 // The value's bits (so NaN payloads and -0.0 count), or the exception class with the missing name.
 template <class Run>
-std::string outcomeOf(Run run)
-{
+std::string outcomeOf(Run run) {
     try {
         return "value " + std::to_string(bitsOf(run()));
     } catch (const ExpressionWrongFormat&) {

@@ -27,12 +27,6 @@ Matrix fromRows(const Rows& rows) {
     return m;
 }
 
-Rows rowsOf(const Matrix& m) {
-    Rows rows;
-    for (int i = 0; i < m.dimension(); ++i) rows.push_back(m[i]);
-    return rows;
-}
-
 // Strictly diagonally dominant (well conditioned, fine for every solver, no row exchanges), the rest by the seed; a
 // band keeps only the tridiagonal part.
 Matrix dominant(int n, int seed, bool band = false) {
@@ -108,7 +102,7 @@ TEST(MatrixValues, NormsRoundingSignsAndTensorProduct) {
         EXPECT_TRUE(c.first == c.second || (std::isnan(c.first) && std::isnan(c.second))) << &c - cases;
     Matrix m = fromRows({{1.005, -2.345}, {0.125, 3.14159}});
     m.doRound();  // 1.005 is stored just below 1.005
-    EXPECT_EQ(rowsOf(m), (Rows{{1.0, -2.35}, {0.13, 3.14}}));
+    EXPECT_EQ(std::make_pair(m[0], m[1]), std::make_pair(Vec{1.0, -2.35}, Vec{0.13, 3.14}));
 }
 
 // Factors, inverse and determinant fail alike; else P * A = L * U (shapes pinned by the log), exchanges counted.

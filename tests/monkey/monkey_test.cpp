@@ -1,9 +1,8 @@
 // Monkey test of the main window: a seeded, reproducible stream of random user actions over all five tasks. The one
 // invariant: every press of "Расчет" ends in exactly one message box and adds exactly one framed run of the selected
 // task to the run log, closed by the task's end line after the success box or by one error line after an error box
-// (which line each box has is pinned by the task run tests). KALKORA_MONKEY_SEED and KALKORA_MONKEY_ACTIONS override
-// the seed and the action count; KALKORA_MONKEY_TRACE=1 prints every action before it runs, so the last line names a
-// crash.
+// (the task run tests pin which line each box has). KALKORA_MONKEY_SEED and KALKORA_MONKEY_ACTIONS override the seed
+// and the action count; KALKORA_MONKEY_TRACE=1 prints each action before it runs, so a crash names its action.
 #include <gtest/gtest.h>
 
 #include <algorithm>

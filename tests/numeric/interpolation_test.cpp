@@ -91,11 +91,9 @@ TEST(InterpolationProperty, FormsAgreeOnRandomTables) {
         const LagrangePolynomial lagrange(points);
         const Polynomial expandedN = newton.toSimplePolynomial(), expandedL = lagrange.toSimplePolynomial();
         ASSERT_TRUE(expandedN.size() == n && expandedL.size() == n);
-        for (const Point& p : points) {
-            EXPECT_NEAR(newton.calc(p.x), p.y, 1e-9);
-            EXPECT_NEAR(lagrange.calc(p.x), p.y, 1e-9);
-            EXPECT_EQ(newton.calc(p.x, 5.0).second, 0.0);
-            EXPECT_EQ(lagrange.calc(p.x, 5.0).second, 0.0);
+        for (const Point& p : points) {  // the bounds are never negative
+            EXPECT_LT(std::fabs(newton.calc(p.x) - p.y) + std::fabs(lagrange.calc(p.x) - p.y), 1e-9) << p.x;
+            EXPECT_EQ(newton.calc(p.x, 5.0).second + lagrange.calc(p.x, 5.0).second, 0.0) << p.x;
         }
         for (double t = points.front().x; t <= points.back().x; t += 0.37) {
             const double v = newton.calc(t), tol = 1e-6 * (1 + std::fabs(v));

@@ -8,9 +8,7 @@ set -euo pipefail
 if [[ -z "${KALKORA_XVFB:-}" ]] && command -v xvfb-run >/dev/null; then
   KALKORA_XVFB=1 exec xvfb-run -a -s "-screen 0 1024x768x24" bash "$0" "$@"
 fi
-for tool in dpkg dpkg-deb; do
-  command -v "$tool" >/dev/null || { echo "SKIP: $tool is not installed"; exit 77; }
-done
+command -v dpkg-deb >/dev/null || { echo "SKIP: dpkg-deb is not installed"; exit 77; }
 
 # CPack's install step rewrites the build tree's install_manifest.txt, which a real `cmake --install` may have left
 # for uninstalling: put back what was there.
@@ -42,7 +40,7 @@ done
 
 # --- unpack as dpkg would install it ---------------------------------------------
 root=$scratch/root
-dpkg -x "$deb" "$root" || fatal "dpkg -x failed"
+dpkg-deb -x "$deb" "$root" || fatal "dpkg-deb -x failed"
 # A new version needs its changelog entry and its AppStream release.
 version=$(dpkg-deb -f "$deb" Version)
 zcat "$root/usr/share/doc/kalkora/changelog.Debian.gz" | head -n 1 | grep -qF "kalkora ($version)" \
@@ -66,10 +64,10 @@ read -r -a command <<<"${exec_line//%[A-Za-z]/}"
 command[0]=$root${command[0]}
 [[ -x "${command[0]}" ]] || fatal "Exec=$exec_line is not a program in the package"
 
-# --- start it from the menu ---------------------------------------------------- menu_start CASE WHERE
-# [VAR=VALUE...]: starts the command from $scratch/CASE/home as HOME with the given environment and waits for its run
-# log; a second later the program must still run and show its window. The one run log under $scratch/CASE must be in
-# $scratch/CASE/WHERE.
+# --- start it from the menu ----------------------------------------------------
+# menu_start CASE WHERE [VAR=VALUE...]: starts the command from $scratch/CASE/home as HOME with the given environment
+# and waits for its run log; a second later the program must still run and show its window. The one run log under
+# $scratch/CASE must be in $scratch/CASE/WHERE.
 mkdir -m 700 "$scratch/runtime"
 platform=offscreen
 [[ -z "${DISPLAY:-}" ]] || platform=xcb

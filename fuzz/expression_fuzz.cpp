@@ -10,26 +10,18 @@
 #include <memory>
 #include <string>
 
-#include "errors/errors.h"
-#include "expression/expression.h"
 #include "expression/function.h"
+#include "expression_test_support.h"
 
 namespace {
 
-// The value, or which exception came out (with the unknown name): 0 value, 1 wrong format, 2 unknown variable, 3 bad
-// result.
+// The value's bits, or which exception came out (with the unknown name); a value that is not finite aborts.
 std::string outcome(const std::function<double()>& run) {
-    try {
+    return outcomeOf([&] {
         const double v = run();
         if (!std::isfinite(v)) std::abort();
-        return std::string(reinterpret_cast<const char*>(&v), sizeof v);
-    } catch (const ExpressionWrongFormat&) {
-        return "1";
-    } catch (const ExpressionUnknownVariable& e) {
-        return "2" + e.name;
-    } catch (const ExpressionBadResult&) {
-        return "3";
-    }
+        return v;
+    });
 }
 
 }  // namespace

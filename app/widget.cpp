@@ -24,6 +24,7 @@
 #include <qwt_plot.h>
 #include <qwt_scale_engine.h>
 
+#include "app/accessibility.h"
 #include "app/run_log.h"
 #include "app/spin_box_delegate.h"
 #include "app/ui_widget.h"
@@ -86,19 +87,17 @@ void useWindowNumberFormat(const QLocale& windowLocale) {
 Widget::Widget(QWidget* parent)
     : QWidget(parent), legend(nullptr), ui(new Ui_Widget) {
     useFontThatFits();
+    installAccessibleRoles();
     ui->setupUi(this);
     useWindowNumberFormat(locale());
-    // Qt takes a tab stop from a button to the tab widget, its ancestor, as a
-    // move of the whole page and splits the chain; through the tab bar it
-    // stays one chain, which Tab follows and wraps around.
-    QWidget::setTabOrder(ui->closeButton, ui->tabWidget->tabBar());
-    QWidget::setTabOrder(ui->tabWidget->tabBar(), ui->res1);
+    setUpKeyboard();
     ui->checkInterpolation->setFocus();
     qApp->installEventFilter(this);
     // Long polynomials are read from their start.
     for (QLineEdit* result : {ui->res1, ui->res2})
         connect(result, &QLineEdit::textChanged, result, [result] { result->setCursorPosition(0); });
     setUpPlotTools();
+    setUpAccessibility();
     delegate = new SpinBoxDelegate();
 
     const int columns[5] = {4, 5, 6, 5, 0};
@@ -184,7 +183,7 @@ void Widget::showCurves(const std::vector<Point>& points, const double* xs, int 
                                               {QwtPlot::yLeft, 0.05 * extent.height()}};
     for (const auto& [axis, margin] : margins) ui->plot->axisScaleEngine(axis)->setMargins(margin, margin);
     ui->plot->updateLayout();
-    ui->plot->replot();
+    ui->plot->replot();    describePlot();
 }
 
 void Widget::on_clearButton_clicked() {
@@ -240,6 +239,7 @@ void Widget::on_checkInterpolation_clicked() {
     ui->label_res2->setToolTip(u("Полином Ньютона"));
     ui->label_eps1->setText(u("ε(X*) = "));
     ui->label_eps1->setToolTip(u("Погрешность интерполяции в точке X*"));
+    nameControls();
 }
 
 void Widget::on_checkSpline_clicked() {
@@ -249,6 +249,7 @@ void Widget::on_checkSpline_clicked() {
     ui->label_res1->setToolTip(u("Кубический сплайн"));
     ui->label_res2->setText(u("S(X*) = "));
     ui->label_res2->setToolTip(u("Значение сплайна в точке X*"));
+    nameControls();
 }
 
 void Widget::on_checkMNK_clicked() {
@@ -261,6 +262,7 @@ void Widget::on_checkMNK_clicked() {
     ui->label_eps1->setToolTip(u("Сумма квадратов ошибок для многочлена P1(x)"));
     ui->label_eps2->setText(rich("ε", "2", " = "));
     ui->label_eps2->setToolTip(u("Сумма квадратов ошибок для многочлена P2(x)"));
+    nameControls();
 }
 
 void Widget::on_checkDifferentiation_clicked() {
@@ -270,6 +272,7 @@ void Widget::on_checkDifferentiation_clicked() {
     ui->label_res1->setToolTip(u("Значение 1-ой производной в точке X*"));
     ui->label_res2->setText(u("f''(X*) = "));
     ui->label_res2->setToolTip(u("Значение 2-ой производной в точке X*"));
+    nameControls();
 }
 
 void Widget::on_checkIntegration_clicked() {
@@ -284,6 +287,7 @@ void Widget::on_checkIntegration_clicked() {
     ui->label_res2->setToolTip(u("Значение интеграла, посчитанного с шагом h2"));
     ui->label_eps1->setText(u("ε = "));
     ui->label_eps1->setToolTip(u("Погрешность, вычисленная методом Рунге-Ромберга"));
+    nameControls();
 }
 
 void Widget::on_checkRectMethod_clicked() {
@@ -349,7 +353,7 @@ void Widget::clearResult() {
     for (QwtPlotCurve& curve : curves) curve.detach();
     showFullRange();
     ui->plot->updateLayout();
-    ui->plot->replot();
+    ui->plot->replot();    describePlot();
 }
 
 void Widget::clearAll() {

@@ -23,6 +23,7 @@
 #include "numeric/point.h"
 
 class ApproximatingPolynomial;
+class QKeyEvent;
 class Polynomial;
 class SpinBoxDelegate;
 class Spline;
@@ -80,6 +81,27 @@ private:
     void savePlot();
     // Rescales both axes by factor around the canvas point at.
     void zoomPlot(const QPoint& at, double factor);
+
+    // The keyboard (window_keys.cpp): the Tab chain of both pages, F1,
+    // Ctrl+Return and Ctrl+Q, and the plot's focus and keys.
+    void setUpKeyboard();
+    // Ctrl+Return: calculates as «Расчет» does, with an open cell editor's
+    // value taken, and leaves the focus where it was.
+    void calculateFromKeyboard();
+    // Keys the focused widget does not handle on its own: Shift+F10 for its
+    // context menu, and on the plot "+", "-" and the arrows. True when used.
+    bool keyCommand(QWidget* target, const QKeyEvent& key);
+    // Where Tab (forward) or Shift+Tab lands: the table at its first or last
+    // cell, a result field selected but shown from its start.
+    void tabbedInto(QObject* target, bool forward);
+
+    // What a screen reader says (accessibility.cpp): the frames' names and
+    // the cells' places once, the controls' names from their labels after
+    // every task change, the plot's description after every plot.
+    void setUpAccessibility();
+    void nameControls();
+    void nameCells();
+    void describePlot();
 
     // Task input: the function typed in exprFunc (an empty field means 0),
     // and the table of points sorted by x; both table readers throw

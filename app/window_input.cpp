@@ -4,6 +4,7 @@
 
 #include <QAbstractSpinBox>
 #include <QDoubleSpinBox>
+#include <QFocusEvent>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QTableWidget>
@@ -22,16 +23,23 @@ bool Widget::eventFilter(QObject* watched, QEvent* event) {
         zoomPlot(wheel->position().toPoint(), std::pow(0.9, wheel->angleDelta().y() / 120.0));
         return true;
     }
+    if (event->type() == QEvent::FocusIn) {
+        const Qt::FocusReason reason = static_cast<QFocusEvent*>(event)->reason();
+        if (reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason) tabbedInto(watched, reason == Qt::TabFocusReason);
+        return false;
+    }
     auto* widget = qobject_cast<QWidget*>(watched);
     if (event->type() != QEvent::KeyPress || !widget || !isAncestorOf(widget)) return false;
     auto* key = static_cast<QKeyEvent*>(event);
+    if (keyCommand(widget, *key)) return true;
 
     // Tab walks the table's cells (and their editors) but would wrap round
     // them for ever: past the last cell (or, backwards, the first) it goes on
     // along the window's chain. Taking the focus from an open editor commits it.
     QTableWidget* table = ui->tableFunc;
     const bool forward = key->key() == Qt::Key_Tab;
-    if ((forward || key->key() == Qt::Key_Backtab) && (widget == table || table->isAncestorOf(widget))) {
+    if ((forward || key->key() == Qt::Key_Backtab) && !(key->modifiers() & Qt::ControlModifier) &&
+        (widget == table || table->isAncestorOf(widget))) {
         const QModelIndex end = forward ? table->model()->index(table->rowCount() - 1, table->columnCount() - 1)
                                         : table->model()->index(0, 0);
         if (table->currentIndex() != end) return false;

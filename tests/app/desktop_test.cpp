@@ -141,21 +141,6 @@ TEST(Desktop, TypedNumbersReachTheCalculation) {
     EXPECT_NE(h.log().find("x1 = -0.5   x2 = 1   h = 0.5\n"), std::string::npos) << h.log();
 }
 
-// Right after start-up the first task button has the focus, and Tab goes once round the chain: one stop per group of
-// radio buttons, every cell of the table, the buttons, the tab bar.
-TEST(Desktop, TabGoesRoundTheChainFromStartUp) {
-    WindowHarness h;
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&h.window()));
-    QStringList stops;
-    for (int i = 0; i < 30 && (stops.size() < 2 || stops.back() != stops.front()); ++i) {
-        ASSERT_NE(focused(), nullptr) << i;
-        if (stops.isEmpty() || stops.back() != focused()->objectName()) stops << focused()->objectName();
-        press(Qt::Key_Tab);
-    }
-    EXPECT_EQ(stops.join(' ').toStdString(), "checkInterpolation x1 tableFunc exprFunc n calcButton clearButton "
-                                             "helpButton closeButton qt_tabwidget_tabbar checkInterpolation");
-}
-
 // Table points at the ends of the range are drawn fully inside the canvas; a calculation without curves brings back
 // the start-up axes, numbered without thousands separators on any desktop.
 TEST(Desktop, PlotShowsEveryPointAndReturnsToItsStartUpAxes) {

@@ -89,7 +89,7 @@ TEST(Keyboard, TabAndShiftTabGoRoundEveryControlOfEachPage) {
     }
 }
 
-// The plot takes the focus with a visible frame; Shift+F10, or the Menu key as X11 delivers it (the key and a
+// A result is read from its start; the plot takes the focus with a visible frame; Shift+F10, or the Menu key as X11 delivers it (the key and a
 // context-menu event), opens its menu once; "+", "=", "-" and Ctrl+"+"/"-" zoom around the middle, the arrows pan.
 TEST(Keyboard, PlotTakesFocusOpensItsMenuOnceZoomsAndPans) {
     WindowHarness h;
@@ -102,7 +102,14 @@ TEST(Keyboard, PlotTakesFocusOpensItsMenuOnceZoomsAndPans) {
     auto* plot = h.child<QwtPlot>("plot");
     QWidget* canvas = plot->canvas();
     const QImage unfocused = canvas->grab().toImage();
-    h.child<QWidget>("res2")->setFocus();
+    // On the way, a long result is selected by Tab but shown from its start.
+    h.child<QTabWidget>("tabWidget")->tabBar()->setFocus();
+    press(Qt::Key_Tab);
+    auto* result = h.child<QLineEdit>("res1");
+    ASSERT_EQ(focused(), result);
+    EXPECT_EQ(result->selectedText(), result->text());
+    EXPECT_EQ(result->cursorPosition(), 0);
+    press(Qt::Key_Tab);
     press(Qt::Key_Tab);
     ASSERT_EQ(focused(), canvas);
     EXPECT_NE(canvas->grab().toImage(), unfocused);

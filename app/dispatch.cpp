@@ -16,7 +16,7 @@ namespace {
 
 void reportFailure(const std::string& logText, const QString& message) {
     std::cerr << logText << std::endl << std::endl;
-    QMessageBox::information(nullptr, QString::fromUtf8("Ошибка"), message);
+    QMessageBox::information(nullptr, Widget::tr("Ошибка"), message);
 }
 
 }  // namespace
@@ -34,44 +34,36 @@ void Widget::on_calcButton_clicked() {
         case 4: solveIntegration(); break;
         }
     } catch (const ExpressionWrongFormat&) {
-        reportFailure("Error: expression has wrong format.",
-                      QString::fromUtf8("Неправильный формат ввода выражения"));
+        reportFailure("Error: expression has wrong format.", tr("Неправильный формат ввода выражения"));
         return;
     } catch (const ExpressionBadResult&) {
         reportFailure("Error: result of expression evaluation is bad (equals to nan or inf).",
-                      QString::fromUtf8("Значение выражения для заданных аргументов не определено "
-                                        "либо слишком велико"));
+                      tr("Значение выражения для заданных аргументов не определено либо слишком велико"));
         return;
     } catch (const ExpressionUnknownVariable& e) {
         reportFailure("Error: expression has unknown variable: " + e.name,
-                      QString::fromUtf8("Неизвестная переменная: ") +
-                          QString::fromLatin1(e.name.data(), static_cast<int>(e.name.size())));
+                      tr("Неизвестная переменная: %1")
+                          .arg(QString::fromLatin1(e.name.data(), static_cast<int>(e.name.size()))));
         return;
     } catch (const EqualPointsException&) {
         reportFailure("Error: input table contains some equal X coordinates.",
-                      QString::fromUtf8("Все точки, в которых задана исходная функция, должны быть "
-                                        "различными"));
+                      tr("Все точки, в которых задана исходная функция, должны быть различными"));
         return;
     } catch (const SplineUndefinedException& e) {
         // The log shows x in the stream's default format, the box with 'g' 6.
         std::cerr << "Error: spline is undefined at x = " << e.x << std::endl << std::endl;
-        QMessageBox::information(nullptr, QString::fromUtf8("Ошибка"),
-                                 QString::fromUtf8("Значение сплайна в точке x = ") +
-                                     QString::number(e.x, 'g', 6) +
-                                     QString::fromUtf8(" не определено"));
+        QMessageBox::information(nullptr, tr("Ошибка"),
+                                 tr("Значение сплайна в точке x = %1 не определено").arg(QString::number(e.x, 'g', 6)));
         return;
     } catch (const MatrixIsSingular&) {
-        reportFailure("Error: matrix is singular.",
-                      QString::fromUtf8("Матрица системы является вырожденной"));
+        reportFailure("Error: matrix is singular.", tr("Матрица системы является вырожденной"));
         return;
     } catch (const MatrixIsNotTridiagonal&) {
-        reportFailure("Error: matrix is not tridiagonal.",
-                      QString::fromUtf8("Матрица системы не является трехдиагональной"));
+        reportFailure("Error: matrix is not tridiagonal.", tr("Матрица системы не является трехдиагональной"));
         return;
     } catch (...) {
-        reportFailure("Error: undefined error.", QString::fromUtf8("Неизвестная ошибка"));
+        reportFailure("Error: undefined error.", tr("Неизвестная ошибка"));
         return;
     }
-    QMessageBox::information(nullptr, QString::fromUtf8("Сообщение"),
-                             QString::fromUtf8("Расчет завершен"));
+    QMessageBox::information(nullptr, tr("Сообщение"), tr("Расчет завершен"));
 }

@@ -26,10 +26,6 @@
 
 namespace {
 
-QString u(const char* text) {
-    return QString::fromUtf8(text);
-}
-
 // Files and copies are drawn at twice the resolution of a 96 DPI screen, so a
 // picture is twice the plot's size on screen, in pixels or in millimetres.
 constexpr int kResolution = 192;
@@ -50,14 +46,14 @@ void Widget::setUpPlotTools() {
     QwtPlot* plot = ui->plot;
     new QwtPlotPanner(plot->canvas());
     plot->setContextMenuPolicy(Qt::ActionsContextMenu);
-    const auto addAction = [plot](const char* name, const char* text, auto run) {
-        auto* action = new QAction(u(text), plot);
+    const auto addAction = [plot](const char* name, const QString& text, auto run) {
+        auto* action = new QAction(text, plot);
         action->setObjectName(QString::fromLatin1(name));
         connect(action, &QAction::triggered, plot, run);
         plot->addAction(action);
     };
-    addAction("actionSavePlot", "Сохранить график…", [this] { savePlot(); });
-    addAction("actionCopyPlot", "Копировать график", [this] {
+    addAction("actionSavePlot", tr("Сохранить график…"), [this] { savePlot(); });
+    addAction("actionCopyPlot", tr("Копировать график"), [this] {
         QImage image((QSizeF(ui->plot->size()) * (kResolution / 96.0)).toSize(), QImage::Format_ARGB32);
         image.fill(Qt::white);
         QPainter painter(&image);
@@ -67,7 +63,7 @@ void Widget::setUpPlotTools() {
         painter.end();
         QApplication::clipboard()->setImage(image);
     });
-    addAction("actionResetPlot", "Показать весь график", [this] {
+    addAction("actionResetPlot", tr("Показать весь график"), [this] {
         showFullRange();
         ui->plot->replot();
     });
@@ -78,8 +74,8 @@ void Widget::setUpPlotTools() {
 void Widget::savePlot() {
     const QRadioButton* const taskButtons[5] = {ui->checkInterpolation, ui->checkSpline, ui->checkMNK,
                                                 ui->checkDifferentiation, ui->checkIntegration};
-    QFileDialog dialog(this, u("Сохранить график"), plotFolder,
-                       u("Изображение PNG (*.png);;Рисунок SVG (*.svg);;Документ PDF (*.pdf)"));
+    QFileDialog dialog(this, tr("Сохранить график"), plotFolder,
+                       tr("Изображение PNG (*.png);;Рисунок SVG (*.svg);;Документ PDF (*.pdf)"));
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setDefaultSuffix(QStringLiteral("png"));
     // A name typed without an extension takes the chosen type's.
@@ -101,10 +97,10 @@ void Widget::savePlot() {
         QwtPlotRenderer renderer;
         setUpForReports(renderer);
         renderer.renderDocument(ui->plot, name, sizeInMillimetres(ui->plot), kResolution);
-        if (QFileInfo(name).size() == 0) reason = u("такой тип файла не поддерживается");
+        if (QFileInfo(name).size() == 0) reason = tr("такой тип файла не поддерживается");
     }
     if (!reason.isEmpty())
-        QMessageBox::information(nullptr, u("Ошибка"), u("Не удалось сохранить график в файл ") + name + u(": ") + reason);
+        QMessageBox::information(nullptr, tr("Ошибка"), tr("Не удалось сохранить график в файл %1: %2").arg(name, reason));
 }
 
 void Widget::zoomPlot(const QPoint& at, double factor) {

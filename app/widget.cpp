@@ -31,19 +31,18 @@
 
 namespace {
 
-QString u(const char* text) {
-    return QString::fromUtf8(text);
+// A label text with a subscript, in the rich-text form that Qt's form
+// designer writes: %1 in `text` marks where the subscript goes, as in
+// "x%1 = " for x with the subscript 1.
+QString rich(const QString& text, const char* subscript) {
+    return QStringLiteral("<html><head/><body><p>") +
+           text.arg(QStringLiteral("<span style=\" vertical-align:sub;\">") + QLatin1String(subscript) +
+                    QStringLiteral("</span>")) +
+           QStringLiteral("</p></body></html>");
 }
 
-// A label text with a subscript, e.g. x<sub>1</sub> = , in the rich-text form
-// that Qt's form designer writes.
-QString rich(const char* base, const char* subscript, const char* tail) {
-    return u("<html><head/><body><p>") + u(base) +
-           u("<span style=\" vertical-align:sub;\">") + u(subscript) + u("</span>") + u(tail) +
-           u("</p></body></html>");
-}
-
-const char* const helpText =
+const char* const helpText = QT_TRANSLATE_NOOP(
+    "Widget",
     "Для ввода функции f(x) необходимо заполнить соответствующее текстовое поле. "
     "Вводимый текст должен являться корректным математическим выражением и может содержать только латинские буквы, цифры, круглые скобки, знаки арифметических операций (+ - * / ^), десятичные разделители (.), знаки экспоненты (e E) и пробелы. "
     "Названия функций, переменных и констант должны начинаться с латинских букв, но могут содержать и цифры. "
@@ -57,7 +56,7 @@ const char* const helpText =
     "Примеры корректных выражений:\n"
     "sin(2*pi*x)*exp(-4*pi^2*x)\n"
     "0.5 * (1. + 0.2 - 1e-1)\n"
-    "log10(3) - ln(3) / ln(10)\n";
+    "log10(3) - ln(3) / ln(10)\n");
 
 // The form's bold 14-point texts sit in boxes 17 to 22 pixels tall and sized
 // for a narrow face. Carlito fits every one of them (at most a pixel of a
@@ -72,6 +71,17 @@ void useFontThatFits() {
         QApplication::setFont(font);
         return;
     }
+}
+
+// The numbers the window shows and reads follow its language: the form's own
+// locale is Russian (a decimal comma), and a translation names its own
+// locale. A window in another language writes no group separator, which its
+// readers could take for a decimal one ("1,000").
+void useTranslatedNumberFormat(QWidget* window) {
+    QLocale numbers(QCoreApplication::translate("Widget", "ru_RU", "the locale of the numbers in the window"));
+    if (numbers == window->locale()) return;
+    numbers.setNumberOptions(QLocale::OmitGroupSeparator);
+    window->setLocale(numbers);
 }
 
 // Axis numbers as the window writes numbers, with a decimal comma, and without
@@ -89,6 +99,7 @@ Widget::Widget(QWidget* parent)
     useFontThatFits();
     installAccessibleRoles();
     ui->setupUi(this);
+    useTranslatedNumberFormat(this);
     useWindowNumberFormat(locale());
     setUpKeyboard();
     ui->checkInterpolation->setFocus();
@@ -138,9 +149,8 @@ void Widget::setFiles() {
     const time_t now = time(nullptr);
     const std::string name = runLogFileName(ctime(&now));
     if (!freopen(name.c_str(), "w", stderr)) {
-        QMessageBox::information(nullptr, u("Ошибка"),
-                                 u("Не удалось открыть файл ") + QString::fromLatin1(name.c_str()) +
-                                     u(" на запись."));
+        QMessageBox::information(nullptr, tr("Ошибка"),
+                                 tr("Не удалось открыть файл %1 на запись.").arg(QString::fromLatin1(name.c_str())));
         exit(1);
     }
 }
@@ -148,7 +158,7 @@ void Widget::setFiles() {
 Widget::PlotArray Widget::plotArray(int count) {
     PlotArray array(new (std::nothrow) double[count]);
     if (!array) {
-        QMessageBox::information(nullptr, u("Ошибка"), u("Недостаточно памяти"));
+        QMessageBox::information(nullptr, tr("Ошибка"), tr("Недостаточно памяти"));
         exit(1);
     }
     return array;
@@ -168,11 +178,11 @@ void Widget::showCurves(const std::vector<Point>& points, const double* xs, int 
     for (int k = 1; k <= lineCount; ++k) curves[k].attach(ui->plot);
     curves[0].attach(ui->plot);
     curves[0].setSamples(pointX.get(), pointY.get(), c);
-    curves[0].setTitle(QString::fromUtf8("f(x)"));
+    curves[0].setTitle(tr("f(x)"));
     int k = 1;
     for (const SampledLine& line : lines) {
         curves[k].setSamples(xs, line.ys, samples);
-        curves[k].setTitle(QString::fromUtf8(line.title));
+        curves[k].setTitle(tr(line.title));
         ++k;
     }
     // A margin of 5 % of the extent on each side, before the scales round
@@ -183,7 +193,8 @@ void Widget::showCurves(const std::vector<Point>& points, const double* xs, int 
                                               {QwtPlot::yLeft, 0.05 * extent.height()}};
     for (const auto& [axis, margin] : margins) ui->plot->axisScaleEngine(axis)->setMargins(margin, margin);
     ui->plot->updateLayout();
-    ui->plot->replot();    describePlot();
+    ui->plot->replot();
+    describePlot();
 }
 
 void Widget::on_clearButton_clicked() {
@@ -192,7 +203,7 @@ void Widget::on_clearButton_clicked() {
 }
 
 void Widget::on_helpButton_clicked() {
-    QMessageBox::information(nullptr, u("Справка"), u(helpText));
+    QMessageBox::information(nullptr, tr("Справка"), tr(helpText));
 }
 
 void Widget::on_closeButton_clicked() {
@@ -231,62 +242,62 @@ void Widget::selectTask(int number) {
 
 void Widget::on_checkInterpolation_clicked() {
     selectTask(0);
-    ui->label_n->setToolTip(u("Степень интерполяционного полинома"));
-    ui->label_x1->setText(u("X* = "));
-    ui->label_res1->setText(u("L(x) = "));
-    ui->label_res1->setToolTip(u("Полином Лагранжа"));
-    ui->label_res2->setText(u("N(x) = "));
-    ui->label_res2->setToolTip(u("Полином Ньютона"));
-    ui->label_eps1->setText(u("ε(X*) = "));
-    ui->label_eps1->setToolTip(u("Погрешность интерполяции в точке X*"));
+    ui->label_n->setToolTip(tr("Степень интерполяционного полинома"));
+    ui->label_x1->setText(tr("X* = "));
+    ui->label_res1->setText(tr("L(x) = "));
+    ui->label_res1->setToolTip(tr("Полином Лагранжа"));
+    ui->label_res2->setText(tr("N(x) = "));
+    ui->label_res2->setToolTip(tr("Полином Ньютона"));
+    ui->label_eps1->setText(tr("ε(X*) = "));
+    ui->label_eps1->setToolTip(tr("Погрешность интерполяции в точке X*"));
     nameControls();
 }
 
 void Widget::on_checkSpline_clicked() {
     selectTask(1);
-    ui->label_x1->setText(u("X* = "));
-    ui->label_res1->setText(u("S(x):"));
-    ui->label_res1->setToolTip(u("Кубический сплайн"));
-    ui->label_res2->setText(u("S(X*) = "));
-    ui->label_res2->setToolTip(u("Значение сплайна в точке X*"));
+    ui->label_x1->setText(tr("X* = "));
+    ui->label_res1->setText(tr("S(x):"));
+    ui->label_res1->setToolTip(tr("Кубический сплайн"));
+    ui->label_res2->setText(tr("S(X*) = "));
+    ui->label_res2->setToolTip(tr("Значение сплайна в точке X*"));
     nameControls();
 }
 
 void Widget::on_checkMNK_clicked() {
     selectTask(2);
-    ui->label_res1->setText(rich("P", "1", "(x) = "));
-    ui->label_res1->setToolTip(u("Приближающий многочлен 1-ой степени"));
-    ui->label_res2->setText(rich("P", "2", "(x) = "));
-    ui->label_res2->setToolTip(u("Приближающий многочлен 2-ой степени"));
-    ui->label_eps1->setText(rich("ε", "1", " = "));
-    ui->label_eps1->setToolTip(u("Сумма квадратов ошибок для многочлена P1(x)"));
-    ui->label_eps2->setText(rich("ε", "2", " = "));
-    ui->label_eps2->setToolTip(u("Сумма квадратов ошибок для многочлена P2(x)"));
+    ui->label_res1->setText(rich(tr("P%1(x) = "), "1"));
+    ui->label_res1->setToolTip(tr("Приближающий многочлен 1-ой степени"));
+    ui->label_res2->setText(rich(tr("P%1(x) = "), "2"));
+    ui->label_res2->setToolTip(tr("Приближающий многочлен 2-ой степени"));
+    ui->label_eps1->setText(rich(tr("ε%1 = "), "1"));
+    ui->label_eps1->setToolTip(tr("Сумма квадратов ошибок для многочлена P1(x)"));
+    ui->label_eps2->setText(rich(tr("ε%1 = "), "2"));
+    ui->label_eps2->setToolTip(tr("Сумма квадратов ошибок для многочлена P2(x)"));
     nameControls();
 }
 
 void Widget::on_checkDifferentiation_clicked() {
     selectTask(3);
-    ui->label_x1->setText(u("X* = "));
-    ui->label_res1->setText(u("f'(X*) = "));
-    ui->label_res1->setToolTip(u("Значение 1-ой производной в точке X*"));
-    ui->label_res2->setText(u("f''(X*) = "));
-    ui->label_res2->setToolTip(u("Значение 2-ой производной в точке X*"));
+    ui->label_x1->setText(tr("X* = "));
+    ui->label_res1->setText(tr("f'(X*) = "));
+    ui->label_res1->setToolTip(tr("Значение 1-ой производной в точке X*"));
+    ui->label_res2->setText(tr("f''(X*) = "));
+    ui->label_res2->setToolTip(tr("Значение 2-ой производной в точке X*"));
     nameControls();
 }
 
 void Widget::on_checkIntegration_clicked() {
     selectTask(4);
-    ui->label_x1->setText(rich("x", "1", " = "));
-    ui->label_x2->setText(rich("x", "2", " = "));
-    ui->label_h1->setText(rich("h", "1", " = "));
-    ui->label_h2->setText(rich("h", "2", " = "));
-    ui->label_res1->setText(rich("Ans(h", "1", ") = "));
-    ui->label_res1->setToolTip(u("Значение интеграла, посчитанного с шагом h1"));
-    ui->label_res2->setText(rich("Ans(h", "2", ") = "));
-    ui->label_res2->setToolTip(u("Значение интеграла, посчитанного с шагом h2"));
-    ui->label_eps1->setText(u("ε = "));
-    ui->label_eps1->setToolTip(u("Погрешность, вычисленная методом Рунге-Ромберга"));
+    ui->label_x1->setText(rich(tr("x%1 = "), "1"));
+    ui->label_x2->setText(rich(tr("x%1 = "), "2"));
+    ui->label_h1->setText(rich(tr("h%1 = "), "1"));
+    ui->label_h2->setText(rich(tr("h%1 = "), "2"));
+    ui->label_res1->setText(rich(tr("Ans(h%1) = "), "1"));
+    ui->label_res1->setToolTip(tr("Значение интеграла, посчитанного с шагом h1"));
+    ui->label_res2->setText(rich(tr("Ans(h%1) = "), "2"));
+    ui->label_res2->setToolTip(tr("Значение интеграла, посчитанного с шагом h2"));
+    ui->label_eps1->setText(tr("ε = "));
+    ui->label_eps1->setToolTip(tr("Погрешность, вычисленная методом Рунге-Ромберга"));
     nameControls();
 }
 
@@ -312,8 +323,8 @@ void Widget::setPoints(int columns, int rows) {
     table->setRowCount(rows);
     table->setColumnCount(columns);
     if (rows >= 1) {
-        QStringList labels(u("x"));
-        if (rows != 1) labels << u("f(x)");
+        QStringList labels(tr("x"));
+        if (rows != 1) labels << tr("f(x)");
         table->setVerticalHeaderLabels(labels);
     }
     QStringList headers;
@@ -353,7 +364,8 @@ void Widget::clearResult() {
     for (QwtPlotCurve& curve : curves) curve.detach();
     showFullRange();
     ui->plot->updateLayout();
-    ui->plot->replot();    describePlot();
+    ui->plot->replot();
+    describePlot();
 }
 
 void Widget::clearAll() {

@@ -38,7 +38,8 @@ public:
 
 protected:
     // Keyboard input into every spin box of the window, the table's cell
-    // editors included: "." is taken as the decimal comma, and the first key
+    // editors included: "." and "," are both taken as the decimal separator
+    // of the window's language, and the first key
     // typed into a box that shows a value replaces that value (the boxes show
     // every decimal, so a digit typed into them would otherwise be refused or
     // land in the wrong place).

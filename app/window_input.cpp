@@ -1,6 +1,6 @@
 // Keyboard and wheel input that the window's widgets do not handle as a user
-// expects: the table's Tab walk, the decimal point and whole-value typing in
-// every spin box, and zooming the plot around the cursor.
+// expects: the table's Tab walk, either decimal separator and whole-value
+// typing in every spin box, and zooming the plot around the cursor.
 
 #include <QAbstractSpinBox>
 #include <QDoubleSpinBox>
@@ -51,9 +51,13 @@ bool Widget::eventFilter(QObject* watched, QEvent* event) {
     auto* box = qobject_cast<QAbstractSpinBox*>(widget);
     const QString text = key->text();
     if (!box || text.isEmpty() || !text.at(0).isPrint()) return false;
-    if (text == QLatin1String(".") && qobject_cast<QDoubleSpinBox*>(box)) {
-        QKeyEvent comma(QEvent::KeyPress, Qt::Key_Comma, key->modifiers(), QString(box->locale().decimalPoint()));
-        QCoreApplication::sendEvent(box, &comma);
+    // Either of "." and "," is the decimal separator of the box's locale.
+    const QChar decimal = box->locale().decimalPoint();
+    if ((text == QLatin1String(".") || text == QLatin1String(",")) && text != decimal &&
+        qobject_cast<QDoubleSpinBox*>(box)) {
+        QKeyEvent separator(QEvent::KeyPress, decimal == QLatin1Char(',') ? Qt::Key_Comma : Qt::Key_Period,
+                            key->modifiers(), QString(decimal));
+        QCoreApplication::sendEvent(box, &separator);
         return true;
     }
     const QLineEdit* line = box->findChild<QLineEdit*>();

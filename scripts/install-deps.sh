@@ -7,7 +7,7 @@ set -euo pipefail
 
 packages=(
   g++ cmake make ninja-build pkg-config
-  qtbase5-dev libqwt-qt5-dev
+  qtbase5-dev libqwt-qt5-dev qttools5-dev qttools5-dev-tools
   libgtest-dev libgmock-dev
   xvfb xauth fonts-dejavu-core fonts-crosextra-carlito
 )

@@ -51,5 +51,5 @@ void Widget::plotDifferentiation(const std::vector<Point>& points, const Polynom
         sampleD2P[i] = d2p.calc(sampleX[i]);
     }
     showCurves(points, sampleX.get(), m,
-               {{sampleP.get(), "N(x)"}, {sampleDP.get(), "N'(x)"}, {sampleD2P.get(), "N''(x)"}});
+               {{sampleP.get(), QT_TRANSLATE_NOOP("Widget", "N(x)")}, {sampleDP.get(), QT_TRANSLATE_NOOP("Widget", "N'(x)")}, {sampleD2P.get(), QT_TRANSLATE_NOOP("Widget", "N''(x)")}});
 }

@@ -59,5 +59,5 @@ void Widget::plotInterpolation(const std::vector<Point>& points, const Polynomia
         sampleX[i] = i * d + a;
         sampleY[i] = p.calc(sampleX[i]);
     }
-    showCurves(points, sampleX.get(), m, {{sampleY.get(), "N(x)"}});
+    showCurves(points, sampleX.get(), m, {{sampleY.get(), QT_TRANSLATE_NOOP("Widget", "N(x)")}});
 }

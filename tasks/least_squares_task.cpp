@@ -50,5 +50,5 @@ void Widget::plotMNK(const std::vector<Point>& points, const ApproximatingPolyno
         sampleP1[i] = p1.calc(sampleX[i]);
         sampleP2[i] = p2.calc(sampleX[i]);
     }
-    showCurves(points, sampleX.get(), m, {{sampleP1.get(), "P1(x)"}, {sampleP2.get(), "P2(x)"}});
+    showCurves(points, sampleX.get(), m, {{sampleP1.get(), QT_TRANSLATE_NOOP("Widget", "P1(x)")}, {sampleP2.get(), QT_TRANSLATE_NOOP("Widget", "P2(x)")}});
 }

@@ -45,5 +45,5 @@ void Widget::plotSpline(const std::vector<Point>& points, const Spline& s) {
         sampleX[i] = i * d + a;
         sampleY[i] = s.calc(sampleX[i]);
     }
-    showCurves(points, sampleX.get(), m, {{sampleY.get(), "S(x)"}});
+    showCurves(points, sampleX.get(), m, {{sampleY.get(), QT_TRANSLATE_NOOP("Widget", "S(x)")}});
 }

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <map>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -67,21 +68,28 @@ std::vector<int> cutOff(QWidget* widget) {
     return {};
 }
 
-// Every label and button text of every task layout, at the font resolution this run was given.
+// Every label and button text of every task layout, in Russian and in English, at the font resolution this run was
+// given.
 TEST(Desktop, EveryTextFitsItsWidget) {
-    WindowHarness h;
-    EXPECT_EQ(h.window().size(), QSize(670, 550));
-    for (const char* task : kTaskButtons) {
-        h.click(task);
-        for (QWidget* widget : h.window().findChildren<QWidget*>()) {
-            const QString text = widget->property("text").toString();
-            if (widget->isHidden() || text.isEmpty() || !(qobject_cast<QLabel*>(widget) || qobject_cast<QAbstractButton*>(widget)))
-                continue;
-            const std::vector<int> cut = cutOff(widget);
-            // No ink may be lost sideways; a pixel of a descender or an accent may.
-            EXPECT_EQ(cut, (std::vector<int>{0, 0, std::min(cut[2], 1), std::min(cut[3], 1)}))
-                << task << ": " << widget->objectName().toStdString() << " \""
-                << QTextDocumentFragment::fromHtml(text).toPlainText().toStdString() << "\" cut left, right, top, bottom";
+    for (const bool english : {false, true}) {
+        std::optional<InEnglish> language;
+        if (english) language.emplace();
+        WindowHarness h;
+        EXPECT_EQ(h.window().size(), QSize(670, 550));
+        for (const char* task : kTaskButtons) {
+            h.click(task);
+            for (QWidget* widget : h.window().findChildren<QWidget*>()) {
+                const QString text = widget->property("text").toString();
+                if (widget->isHidden() || text.isEmpty() ||
+                    !(qobject_cast<QLabel*>(widget) || qobject_cast<QAbstractButton*>(widget)))
+                    continue;
+                const std::vector<int> cut = cutOff(widget);
+                // No ink may be lost sideways; a pixel of a descender or an accent may.
+                EXPECT_EQ(cut, (std::vector<int>{0, 0, std::min(cut[2], 1), std::min(cut[3], 1)}))
+                    << task << ": " << widget->objectName().toStdString() << " \""
+                    << QTextDocumentFragment::fromHtml(text).toPlainText().toStdString()
+                    << "\" cut left, right, top, bottom";
+            }
         }
     }
 }

@@ -19,16 +19,6 @@ using Fn = std::function<double(double)>;
 
 // Enters a task's input: f(x), n from the number of nodes (interpolation), x in row 0 and y in row 1 of the table, X*
 // (or x1).
-void enter(WindowHarness& h, int task, const char* function, const std::vector<double>& xs,
-           const std::vector<double>& ys = {}, double x1 = 0) {
-    h.click(kTaskButtons[task]);
-    if (task == 0 && !xs.empty()) h.child<QSpinBox>("n")->setValue(int(xs.size()) - 1);
-    h.typeText("exprFunc", u(function));
-    for (size_t c = 0; c < xs.size(); ++c) h.typeCell(0, int(c), xs[c]);
-    for (size_t c = 0; c < ys.size() && task; ++c) h.typeCell(1, int(c), ys[c]);
-    h.typeNumber("x1", x1);
-}
-
 // The four result fields, "res1 | res2 | eps1 | eps2".
 std::string fields(WindowHarness& h) {
     return h.field("res1") + " | " + h.field("res2") + " | " + h.field("eps1") + " | " + h.field("eps2");
@@ -76,7 +66,7 @@ TEST(TaskRuns, FieldsCurvesAndLogOfEachPlottingTask) {
     for (const auto& c : cases) {
         SCOPED_TRACE(std::to_string(c.task) + " at " + std::to_string(c.xStar));
         WindowHarness h;
-        enter(h, c.task, c.function, c.xs, c.ys, c.xStar);
+        h.enter(c.task, c.function, c.xs, c.ys, c.xStar);
         EXPECT_EQ(h.calculate().text, u("Расчет завершен"));
         EXPECT_TRUE(!*c.fields || fields(h) == c.fields) << fields(h);
         for (size_t i = 0; i < c.xs.size(); ++i) EXPECT_EQ(h.cell(0, int(i)), c.xs[i]);  // not reordered
@@ -124,7 +114,7 @@ TEST(TaskRuns, IntegrationByEachRule) {
         WindowHarness h;
         h.click("checkIntegration");
         h.click("checkSimpsonMethod");
-        enter(h, 4, c.function, {}, {}, c.x1);  // selecting the task again brings back rectangles
+        h.enter(4, c.function, {}, {}, c.x1);  // selecting the task again brings back rectangles
         h.typeNumber("x2", c.x2);
         h.typeNumber("h1", c.h1);
         h.typeNumber("h2", c.h2);
@@ -139,7 +129,7 @@ TEST(TaskRuns, IntegrationByEachRule) {
 // A second press starts from an empty result tab, and so does a failing one.
 TEST(TaskRuns, SecondPressClearsTheFirstRun) {
     WindowHarness h;
-    enter(h, 1, "", {0, 1, 2, 3, 4}, {0, 1, 0, 1, 0});
+    h.enter(1, "", {0, 1, 2, 3, 4}, {0, 1, 0, 1, 0});
     h.calculate();
     h.calculate();
     EXPECT_EQ(h.curves().size(), 2u);
@@ -193,7 +183,7 @@ TEST(TaskRuns, EveryErrorHandlerFromTheWindow) {
     for (const auto& c : cases) {
         SCOPED_TRACE(c.report.first);
         WindowHarness h;
-        enter(h, c.task, c.function ? c.function : "", c.xs, c.ys, c.x1);
+        h.enter(c.task, c.function ? c.function : "", c.xs, c.ys, c.x1);
         if (!c.function) delete h.child<QTableWidget>("tableFunc")->takeItem(1, 2);
         const CaughtBox box = h.calculate();
         EXPECT_EQ(box.title, u("Ошибка"));

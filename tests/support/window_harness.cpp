@@ -1,5 +1,7 @@
 #include "window_harness.h"
 
+#include "app/translations.h"
+
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
@@ -12,7 +14,9 @@
 #include <QDoubleSpinBox>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QSpinBox>
 #include <QTest>
+#include <QTranslator>
 #include <gtest/gtest.h>
 #include <qwt_plot.h>
 #include <qwt_plot_curve.h>
@@ -30,6 +34,17 @@ void typeInto(QDoubleSpinBox* box, double value) {
 
 }  // namespace
 
+InEnglish::InEnglish() {
+    EXPECT_EQ(installTranslations({u("en")}), u("en"));
+}
+
+InEnglish::~InEnglish() {
+    for (QTranslator* translator : QCoreApplication::instance()->findChildren<QTranslator*>()) {
+        QCoreApplication::removeTranslator(translator);
+        delete translator;
+    }
+}
+
 WindowHarness::WindowHarness() : savedStderr_(dup(2)), window_(std::make_unique<Widget>()) {
     window_->show();
 }
@@ -44,6 +59,16 @@ WindowHarness::~WindowHarness() {
 
 void WindowHarness::click(const char* name) {
     child<QAbstractButton>(name)->click();
+}
+
+void WindowHarness::enter(int task, const char* function, const std::vector<double>& xs,
+                          const std::vector<double>& ys, double x1) {
+    click(kTaskButtons[task]);
+    if (task == 0 && !xs.empty()) child<QSpinBox>("n")->setValue(int(xs.size()) - 1);
+    typeText("exprFunc", u(function));
+    for (size_t c = 0; c < xs.size(); ++c) typeCell(0, int(c), xs[c]);
+    for (size_t c = 0; c < ys.size() && task; ++c) typeCell(1, int(c), ys[c]);
+    typeNumber("x1", x1);
 }
 
 void WindowHarness::typeCell(int row, int column, double value) {

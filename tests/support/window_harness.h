@@ -29,6 +29,16 @@ struct Curve {
     std::vector<QPointF> samples;
 };
 
+// The window in English for the life of the object: its translation is installed before the window is built, and
+// taken away again so that the next window is as written.
+class InEnglish {
+public:
+    InEnglish();
+    ~InEnglish();
+    InEnglish(const InEnglish&) = delete;
+    InEnglish& operator=(const InEnglish&) = delete;
+};
+
 class WindowHarness {
 public:
     WindowHarness();
@@ -53,6 +63,10 @@ public:
     // Types into a table cell through its editor, as a user would (decimal comma, Return to commit).
     void typeCell(int row, int column, double value);
     double cell(int row, int column) const;
+    // Selects the task and types its input: f(x), the table's x row and (but for interpolation, whose n follows xs)
+    // its f(x) row, and X*.
+    void enter(int task, const char* function, const std::vector<double>& xs, const std::vector<double>& ys = {},
+               double x1 = 0);
     // Replaces the content of the named spin box or line edit by typing.
     void typeNumber(const char* name, double value);
     void typeText(const char* name, const QString& text);

@@ -25,6 +25,7 @@
 #include <qwt_scale_engine.h>
 
 #include "app/run_log.h"
+#include "app/run_log_writer.h"
 #include "app/spin_box_delegate.h"
 #include "app/ui_widget.h"
 
@@ -144,6 +145,7 @@ void Widget::setFiles() {
                                      u(" на запись."));
         exit(1);
     }
+    RunLogWriter::install(name);
 }
 
 Widget::PlotArray Widget::plotArray(int count) {

@@ -26,6 +26,7 @@
 
 #include "app/accessibility.h"
 #include "app/run_log.h"
+#include "app/run_log_writer.h"
 #include "app/spin_box_delegate.h"
 #include "app/ui_widget.h"
 
@@ -153,6 +154,7 @@ void Widget::setFiles() {
                                  tr("Не удалось открыть файл %1 на запись.").arg(QString::fromLatin1(name.c_str())));
         exit(1);
     }
+    RunLogWriter::install(name);
 }
 
 Widget::PlotArray Widget::plotArray(int count) {

@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdio>
 #include <iostream>
+#include <string>
 
 #include "errors/errors.h"
 
@@ -11,12 +12,21 @@ namespace {
 
 const int kMaxIterations = 100001;
 
+// Each row with every element as printf's "%10.6lf ", a line per write
+// through std::cerr (the run log's one way to its file).
 void dumpMatrix(const Matrix& M) {
     const int n = M.dimension();
+    std::string line;
+    char field[512];  // enough for any double in "%10.6lf "
     for (int i = 0; i < n; ++i) {
         const std::vector<double>& row = M[i];
-        for (int j = 0; j < n; ++j) std::fprintf(stderr, "%10.6lf ", row[j]);
-        std::fprintf(stderr, "\n");
+        line.clear();
+        for (int j = 0; j < n; ++j) {
+            const int length = std::snprintf(field, sizeof field, "%10.6lf ", row[j]);
+            line.append(field, static_cast<std::size_t>(length));
+        }
+        line += '\n';
+        std::cerr << line << std::flush;
     }
 }
 

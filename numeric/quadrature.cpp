@@ -1,99 +1,19 @@
 #include "numeric/quadrature.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
-#include <iostream>
 #include <limits>
-#include <locale>
-#include <sstream>
-#include <string>
+
+#include "numeric/log_line_writer.h"
 
 namespace {
-
-// Writes run-log lines to std::cerr. Standard error is unbuffered, so every
-// stream operation on std::cerr is a system call of its own; this writer
-// assembles a line with the formatting std::cerr would apply and hands it
-// over with one write, newline included, then flushes, as std::endl does.
-// When std::cerr does not have its default format (flags, precision 6, no
-// field width, the classic locale) or throws on errors, the fields go to
-// std::cerr one by one.
-class LogWriter {
-public:
-    LogWriter() { line_.reserve(128); }
-
-    LogWriter& operator<<(const char* text) {
-        if (assembling()) line_ += text;
-        else std::cerr << text;
-        return *this;
-    }
-
-    LogWriter& operator<<(int value) {
-        if (assembling()) {
-            char digits[16];
-            line_.append(digits, std::to_chars(digits, digits + sizeof digits, value).ptr);
-        } else {
-            std::cerr << value;
-        }
-        return *this;
-    }
-
-    // Finite values are written by to_chars in the format of printf's "%.6g",
-    // which is what the stream's default format produces in the classic
-    // locale; infinities and NaN take the stream's own formatting.
-    LogWriter& operator<<(double value) {
-        if (!assembling()) {
-            std::cerr << value;
-        } else if (std::isfinite(value)) {
-            char digits[32];
-            line_.append(digits,
-                         std::to_chars(digits, digits + sizeof digits, value, std::chars_format::general, 6).ptr);
-        } else {
-            std::ostringstream text;
-            text.imbue(std::locale::classic());
-            text << value;
-            line_ += text.str();
-        }
-        return *this;
-    }
-
-    // Ends the line: the effect of std::endl.
-    void endLine() {
-        if (assembling()) {
-            line_ += '\n';
-            std::cerr.write(line_.data(), static_cast<std::streamsize>(line_.size()));
-            std::cerr.flush();
-            line_.clear();
-        } else {
-            std::cerr << std::endl;
-        }
-        started_ = false;
-    }
-
-private:
-    // Decided at the first field of each line and kept for the whole line.
-    bool assembling() {
-        if (!started_) {
-            started_ = true;
-            const std::ios_base::fmtflags extra = std::ios_base::skipws | std::ios_base::unitbuf;
-            assembling_ = (std::cerr.flags() & ~extra) == std::ios_base::dec && std::cerr.precision() == 6 &&
-                          std::cerr.width() == 0 && std::cerr.getloc() == std::locale::classic() &&
-                          std::cerr.exceptions() == std::ios_base::goodbit;
-        }
-        return assembling_;
-    }
-
-    std::string line_;
-    bool started_ = false;
-    bool assembling_ = false;
-};
 
 enum class Rule { Rectangles, Trapezoidal, Simpson };
 
 // The shared frame of the three rules: log header, subinterval ends computed
 // afresh from i (never accumulated), the contribution of each, the total.
 double integrate(Rule rule, Function& f, double x1, double x2, double h) {
-    LogWriter log;
+    LogLineWriter log;
     switch (rule) {
     case Rule::Rectangles: log << "Integration with rectangles method..."; break;
     case Rule::Trapezoidal: log << "Integration with trapezoidal method..."; break;

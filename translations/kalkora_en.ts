@@ -382,5 +382,9 @@ log10(3) - ln(3) / ln(10)
         <source>Расчет завершен</source>
         <translation>Calculation complete</translation>
     </message>
+    <message>
+        <source>Не удалось полностью записать журнал расчета в файл %1: %2</source>
+        <translation>Could not write the whole run log to the file %1: %2</translation>
+    </message>
 </context>
 </TS>

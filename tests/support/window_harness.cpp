@@ -45,7 +45,9 @@ InEnglish::~InEnglish() {
     }
 }
 
-WindowHarness::WindowHarness() : savedStderr_(dup(2)), window_(std::make_unique<Widget>()) {
+WindowHarness::WindowHarness(const std::function<void(const std::string&)>& beforeWindow) : savedStderr_(dup(2)) {
+    if (beforeWindow) beforeWindow(dir_.path());
+    window_ = std::make_unique<Widget>();
     window_->show();
 }
 

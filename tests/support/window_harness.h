@@ -3,6 +3,7 @@
 // its run log), with every message box answered by a ModalBoxCatcher. Destruction closes the window and gives file
 // descriptor 2 (redirected into the log) back to the test.
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -41,7 +42,9 @@ public:
 
 class WindowHarness {
 public:
-    WindowHarness();
+    // beforeWindow, when given, runs in the fresh working directory (its path the argument) before the window opens
+    // its run log there.
+    explicit WindowHarness(const std::function<void(const std::string&)>& beforeWindow = {});
     ~WindowHarness();
     WindowHarness(const WindowHarness&) = delete;
     WindowHarness& operator=(const WindowHarness&) = delete;

@@ -67,6 +67,7 @@ void Widget::on_calcButton_clicked() {
     RunLogWriter& log = RunLogWriter::installed();
     // Lines lost by an earlier calculation stay lost; this one logs again.
     log.restart();
+    beginReport();
     const QString failure = runReportingFailure([this] {
         clearResult();
         // The evaluator reads and writes numbers with '.'.
@@ -79,6 +80,7 @@ void Widget::on_calcButton_clicked() {
         case 4: solveIntegration(); break;
         }
     });
+    endReport(failure);
     if (failure.isEmpty()) QMessageBox::information(nullptr, tr("Сообщение"), tr("Расчет завершен"));
     if (!log.complete()) {
         QMessageBox::information(nullptr, tr("Ошибка"),

@@ -68,13 +68,13 @@ void Widget::setUpPlotTools() {
         ui->plot->replot();
     });
     const QString pictures = QStandardPaths::writableLocation(QStandardPaths::PicturesLocation);
-    plotFolder = QDir(pictures).exists() ? pictures : QDir::homePath();
+    saveFolder = QDir(pictures).exists() ? pictures : QDir::homePath();
 }
 
 void Widget::savePlot() {
     const QRadioButton* const taskButtons[5] = {ui->checkInterpolation, ui->checkSpline, ui->checkMNK,
                                                 ui->checkDifferentiation, ui->checkIntegration};
-    QFileDialog dialog(this, tr("Сохранить график"), plotFolder,
+    QFileDialog dialog(this, tr("Сохранить график"), saveFolder,
                        tr("Изображение PNG (*.png);;Рисунок SVG (*.svg);;Документ PDF (*.pdf)"));
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setDefaultSuffix(QStringLiteral("png"));
@@ -84,7 +84,7 @@ void Widget::savePlot() {
     dialog.selectFile(taskButtons[task]->text() + QStringLiteral(".png"));
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return;
     const QString name = dialog.selectedFiles().first();
-    plotFolder = QFileInfo(name).absolutePath();
+    saveFolder = QFileInfo(name).absolutePath();
 
     // Qwt's renderer writes by the name's extension and reports nothing: the
     // file is opened here first for the reason of a failure, and an empty file

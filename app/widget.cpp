@@ -11,6 +11,7 @@
 #include <QColor>
 #include <QApplication>
 #include <QDoubleSpinBox>
+#include <QFileInfo>
 #include <QFontDatabase>
 #include <QLabel>
 #include <QLineEdit>
@@ -109,6 +110,7 @@ Widget::Widget(QWidget* parent)
     for (QLineEdit* result : {ui->res1, ui->res2})
         connect(result, &QLineEdit::textChanged, result, [result] { result->setCursorPosition(0); });
     setUpPlotTools();
+    setUpReport();
     setUpAccessibility();
     delegate = new SpinBoxDelegate();
 
@@ -155,6 +157,7 @@ void Widget::setFiles() {
         exit(1);
     }
     RunLogWriter::install(name);
+    logPath = QFileInfo(QString::fromLatin1(name.c_str())).absoluteFilePath();
 }
 
 Widget::PlotArray Widget::plotArray(int count) {
@@ -373,4 +376,6 @@ void Widget::clearResult() {
 void Widget::clearAll() {
     clearInput();
     clearResult();
+    // The fields no longer show the last calculation.
+    enableReport(false);
 }

@@ -19,6 +19,7 @@
 #include <qwt_plot_curve.h>
 #include <qwt_plot_grid.h>
 
+#include "app/report.h"
 #include "expression/function.h"
 #include "numeric/point.h"
 
@@ -104,6 +105,18 @@ private:
     void nameCells();
     void describePlot();
 
+    // The report (report_tools.cpp): its actions, disabled until a
+    // calculation has run and again when the panel is cleared or the task
+    // changes; what a calculation records when it begins and ends (the error
+    // box's text, when it failed); saving, printing, and opening the run log.
+    void setUpReport();
+    void enableReport(bool enabled);
+    void beginReport();
+    void endReport(const QString& error);
+    void saveReport();
+    void writeReport(const QString& name, bool html);
+    void printReport();
+
     // Task input: the function typed in exprFunc (an empty field means 0),
     // and the table of points sorted by x; both table readers throw
     // EqualPointsException for abscissas closer than 1e-8.
@@ -158,6 +171,9 @@ private:
     QwtPlotGrid grid;
     QwtLegend legend;
     Ui_Widget* ui;
-    // Where the plot was last saved: the next save dialog opens there.
-    QString plotFolder;
+    // Where the plot or a report was last saved: the next save dialog opens there.
+    QString saveFolder;
+    // The last calculation, as its report tells it, and the run log's file.
+    Report report;
+    QString logPath;
 };

@@ -7,9 +7,9 @@ set -euo pipefail
 
 packages=(
   g++ cmake make ninja-build pkg-config
-  qtbase5-dev libqwt-qt5-dev qttools5-dev qttools5-dev-tools
+  qtbase5-dev libqt5svg5-dev libqwt-qt5-dev qttools5-dev qttools5-dev-tools
   libgtest-dev libgmock-dev
-  xvfb xauth fonts-dejavu-core fonts-crosextra-carlito
+  xvfb xauth fonts-dejavu-core fonts-crosextra-carlito poppler-utils
 )
 if [[ "${1:-}" == "--dev" ]]; then
   packages+=(clang libclang-rt-14-dev libfuzzer-14-dev llvm

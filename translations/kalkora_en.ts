@@ -2,6 +2,41 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="en_US" sourcelanguage="ru_RU">
 <context>
+    <name>Report</name>
+    <message>
+        <source>Kalkora: отчёт о расчёте «%1»</source>
+        <translation>Kalkora: report of the calculation “%1”</translation>
+    </message>
+    <message>
+        <source>Расчёт выполнен %1</source>
+        <translation>Calculated on %1</translation>
+    </message>
+    <message>
+        <source>Журнал расчёта записан не полностью (%1): строки, которые не удалось записать, потеряны.</source>
+        <translation>The run log was not written in full (%1): the lines that could not be written are lost.</translation>
+    </message>
+    <message>
+        <source>файл журнала короче, чем был при расчёте</source>
+        <translation>the run log file is shorter than it was at the calculation</translation>
+    </message>
+    <message>
+        <source>Исходные данные</source>
+        <translation>Input</translation>
+    </message>
+    <message>
+        <source>Результаты</source>
+        <translation>Results</translation>
+    </message>
+    <message>
+        <source>График</source>
+        <translation>Plot</translation>
+    </message>
+    <message>
+        <source>Журнал расчёта</source>
+        <translation>Run log</translation>
+    </message>
+</context>
+<context>
     <name>Widget</name>
     <message>
         <source>Kalkora</source>
@@ -385,6 +420,46 @@ log10(3) - ln(3) / ln(10)
     <message>
         <source>Не удалось полностью записать журнал расчета в файл %1: %2</source>
         <translation>Could not write the whole run log to the file %1: %2</translation>
+    </message>
+    <message>
+        <source>Отчёт готовится…</source>
+        <translation>Preparing the report…</translation>
+    </message>
+    <message>
+        <source>Отмена</source>
+        <translation>Cancel</translation>
+    </message>
+    <message>
+        <source>Сохранить отчёт…</source>
+        <translation>Save Report…</translation>
+    </message>
+    <message>
+        <source>Печать отчёта…</source>
+        <translation>Print Report…</translation>
+    </message>
+    <message>
+        <source>Открыть журнал расчётов</source>
+        <translation>Open Run Log</translation>
+    </message>
+    <message>
+        <source>Не удалось открыть журнал расчётов %1</source>
+        <translation>Could not open the run log %1</translation>
+    </message>
+    <message>
+        <source>Метод</source>
+        <translation>Rule</translation>
+    </message>
+    <message>
+        <source>Сохранить отчёт</source>
+        <translation>Save Report</translation>
+    </message>
+    <message>
+        <source>Документ PDF (*.pdf);;Страница HTML (*.html)</source>
+        <translation>PDF document (*.pdf);;HTML page (*.html)</translation>
+    </message>
+    <message>
+        <source>Не удалось сохранить отчёт в файл %1: %2</source>
+        <translation>Could not save the report to the file %1: %2</translation>
     </message>
 </context>
 </TS>

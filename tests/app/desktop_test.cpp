@@ -243,20 +243,9 @@ TEST(Desktop, PlotToolsZoomPanResetSaveAndCopy) {
         {"missing/plot.png", nullptr, "missing/plot.png", ""}};
     const QString dir = QString::fromStdString(h.dir().path()) + u("/");
     for (const auto& f : files) {
-        QString offered;  // the name the dialog proposes
-        QTimer answer;  // chooses the type and types the name as a user would, then accepts
-        QObject::connect(&answer, &QTimer::timeout, [&] {
-            if (auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget())) {
-                auto* name = dialog->findChild<QLineEdit*>(u("fileNameEdit"));
-                offered = name->text();
-                if (f.type) dialog->selectNameFilter(u(f.type)), emit dialog->filterSelected(u(f.type));
-                name->setText(dir + u(f.typed));
-                QMetaObject::invokeMethod(dialog, "accept");
-            }
-        });
-        answer.start(10);
         h.boxes().take();
-        actions["actionSavePlot"]->trigger();
+        const QString offered = saveThroughDialog([&] { actions["actionSavePlot"]->trigger(); }, dir + u(f.typed),
+                                                  f.type ? u(f.type) : QString());
         EXPECT_EQ(offered, u("Кубический сплайн.png"));
         QFile file(dir + u(f.written));
         EXPECT_EQ(file.open(QIODevice::ReadOnly) ? file.read(f.head.size()) : QByteArray(), f.head) << f.typed;

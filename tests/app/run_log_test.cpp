@@ -1,5 +1,9 @@
 #include <gtest/gtest.h>
 
+#include <QAction>
+#include <QFile>
+#include <QTemporaryDir>
+
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
@@ -163,6 +167,15 @@ TEST(RunLog, UnwrittenLinesAreReportedAfterTheCalculationAndTheNextOneIsLogged) 
         const std::string begin = "Integration task begin.\n\nIntegration with Simpson method...\nx1 = -99.9999   ";
         EXPECT_EQ(lost.compare(0, begin.size(), begin) == 0, c.tmpfs) << lost.substr(0, 80);
         EXPECT_LE(lost.size(), 128u * 1024);
+        // The report does not present the cut trace as whole.
+        QTemporaryDir elsewhere;
+        const QString page = elsewhere.filePath(u("report.html"));
+        saveThroughDialog([&] { h.child<QWidget>("plot")->findChild<QAction*>(u("actionSaveReport"))->trigger(); },
+                          page);
+        QFile report(page);
+        ASSERT_TRUE(report.open(QIODevice::ReadOnly));
+        EXPECT_TRUE(QString::fromUtf8(report.readAll())
+                        .contains(u("Журнал расчёта записан не полностью (No space left on device)")));
 
         if (c.tmpfs) {
             EXPECT_EQ(std::remove("ballast"), 0);

@@ -12,6 +12,8 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QDoubleSpinBox>
+#include <QFileDialog>
+#include <QTimer>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QSpinBox>
@@ -33,6 +35,23 @@ void typeInto(QDoubleSpinBox* box, double value) {
 }
 
 }  // namespace
+
+QString saveThroughDialog(const std::function<void()>& trigger, const QString& name, const QString& type) {
+    QString offered;
+    QTimer answer;
+    QObject::connect(&answer, &QTimer::timeout, [&] {
+        if (auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget())) {
+            auto* typed = dialog->findChild<QLineEdit*>(u("fileNameEdit"));
+            offered = typed->text();
+            if (!type.isEmpty()) dialog->selectNameFilter(type), emit dialog->filterSelected(type);
+            typed->setText(name);
+            QMetaObject::invokeMethod(dialog, "accept");
+        }
+    });
+    answer.start(10);
+    trigger();
+    return offered;
+}
 
 InEnglish::InEnglish() {
     EXPECT_EQ(installTranslations({u("en")}), u("en"));

@@ -40,6 +40,10 @@ public:
     InEnglish& operator=(const InEnglish&) = delete;
 };
 
+// Saves through the file dialog that `trigger` opens, as a user would: chooses the type (a filter's text) when one is
+// given, types the name and accepts. Gives back the name the dialog offered.
+QString saveThroughDialog(const std::function<void()>& trigger, const QString& name, const QString& type = QString());
+
 class WindowHarness {
 public:
     // beforeWindow, when given, runs in the fresh working directory (its path the argument) before the window opens

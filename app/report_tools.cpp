@@ -34,8 +34,8 @@ qint64 logPosition() {
 
 // A progress dialog for work that may take longer than half a second; the
 // callback moves it on and tells whether the user cancelled.
-struct Progress {
-    explicit Progress(QWidget* window)
+struct ReportProgress {
+    explicit ReportProgress(QWidget* window)
         : dialog(Widget::tr("Отчёт готовится…"), Widget::tr("Отмена"), 0, 1, window) {
         dialog.setWindowTitle(window->windowTitle());
         dialog.setWindowModality(Qt::WindowModal);
@@ -147,7 +147,7 @@ void Widget::writeReport(const QString& name, bool html) {
     Report shown = report;
     QString unread;
     if (!shown.readTrace(trace, unread)) shown.logProblem = unread;
-    Progress progress(this);
+    ReportProgress progress(this);
     if (html) {
         document = shown.toHtml(trace, Report::svgOf(*ui->plot), progress.callback());
     } else {
@@ -186,6 +186,6 @@ void Widget::printReport() {
     Report shown = report;
     QString unread;
     if (!shown.readTrace(trace, unread)) shown.logProblem = unread;
-    Progress progress(this);
+    ReportProgress progress(this);
     shown.paint(printer, trace, *ui->plot, progress.callback());
 }

@@ -19,13 +19,13 @@ void press(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
     QApplication::processEvents();  // the table makes its first or last cell current once it has the focus
 }
 
-// What has the focus, in the words of the expected walks: a cell as "r,c", the tab bar as "tabs", the plot as "plot".
 // The window is active again once a message box has closed (a window manager's work on a desktop).
 void backFromBox(Widget& window) {
     window.activateWindow();
     EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
 }
 
+// What has the focus, in the words of the expected walks: a cell as "r,c", the tab bar as "tabs", the plot as "plot".
 QString stop(Widget& window) {
     QWidget* at = focused();
     auto* table = window.findChild<QTableWidget*>(u("tableFunc"));
@@ -35,8 +35,7 @@ QString stop(Widget& window) {
     return at ? at->objectName() : u("(none)");
 }
 
-// Walks from the current focus with the key until the walk is back where it began; "cells" in `expected` stands for
-// every cell of the table in row order.
+// Walks from the current focus with the key until the walk is back where it began.
 QString walk(Widget& window, Qt::Key key) {
     QStringList stops{stop(window)};
     for (int i = 0; i < 40 && (stops.size() < 2 || stops.back() != stops.front()); ++i) {
@@ -46,6 +45,7 @@ QString walk(Widget& window, Qt::Key key) {
     return stops.join(' ');
 }
 
+// Every cell of a table in row order.
 QString cells(int columns, int rows) {
     QStringList all;
     for (int r = 0; r < rows; ++r)

@@ -89,8 +89,8 @@ set(CPACK_DEBIAN_COMPRESSION_TYPE xz)
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 
 # Depends: the packages named here, merged by CPack with what dpkg-shlibdeps
-# derives from the libraries the binary actually links (Qt 5 core, gui and
-# widgets, Qwt, the C/C++ runtime) with the version floors of the symbols it
+# derives from the libraries the binary actually links (Qt 5 core, gui,
+# widgets, print support and SVG, Qwt, the C/C++ runtime) with the version floors of the symbols it
 # uses. Without dpkg-shlibdeps, those libraries are named by hand.
 set(CPACK_DEBIAN_PACKAGE_DEPENDS "fonts-crosextra-carlito")
 find_program(KALKORA_DPKG_SHLIBDEPS dpkg-shlibdeps)
@@ -100,7 +100,7 @@ else()
   message(STATUS "dpkg-shlibdeps not found: the .deb gets a fixed Depends list")
   string(APPEND CPACK_DEBIAN_PACKAGE_DEPENDS
          ", libqt5widgets5 (>= 5.15), libqt5gui5 (>= 5.15), libqt5core5a (>= 5.15), \
-libqwt-qt5-6, libstdc++6, libgcc-s1, libc6")
+libqt5printsupport5 (>= 5.15), libqt5svg5 (>= 5.15), libqwt-qt5-6, libstdc++6, libgcc-s1, libc6")
 endif()
 
 # `package_source`: the source tree without version control or build output.

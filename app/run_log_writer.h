@@ -1,10 +1,10 @@
 #pragma once
 // RunLogWriter: the run log's way to its file, as std::cerr's stream buffer.
 // Every piece of text the stream hands over is written at once with
-// write(2) on the writer's descriptor (no buffering: the bytes, their order
-// among other writers of that descriptor such as stdio's unbuffered stderr,
-// and the lines on disk when the process dies are those of an unbuffered
-// standard error). Short writes and EINTR are retried.
+// write(2) on the writer's descriptor, nothing is buffered: with std::cerr's
+// unit buffering that is one write per output operation, as when the stream
+// flushed stdio's stderr after each, so the bytes and their order stay and
+// every finished line is on disk. Short writes and EINTR are retried.
 //
 // A failed write is recorded (the first errno since restart()) and not passed
 // on to the stream: std::cerr stays good, so every later line is still tried

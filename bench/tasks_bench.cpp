@@ -2,8 +2,8 @@
 // solvers run it minus the widgets: the log lines, the numerical classes,
 // the texts, the values at X* and the 100 plot samples of every curve. The
 // run log goes to a real file (standard error reopened onto a file in a
-// temporary directory); it is truncated every few thousand iterations,
-// outside the timed region.
+// temporary directory and given the window's log writer); it is truncated
+// every few thousand iterations, outside the timed region.
 
 #include <benchmark/benchmark.h>
 
@@ -16,6 +16,7 @@
 #include <unistd.h>
 #include <vector>
 
+#include "app/run_log_writer.h"
 #include "errors/errors.h"
 #include "expression/function.h"
 #include "numeric/approximating_polynomial.h"
@@ -46,6 +47,7 @@ void openLog()
         std::perror("freopen");
         std::exit(1);
     }
+    RunLogWriter::install(path);
     opened = true;
 }
 

@@ -52,8 +52,10 @@ bool roundToSixDigits(double magnitude, int& digits, int& exponent) {
         const int k = 5 - exponent;
         if (k < 0 || k >= kPowers) return false;
         const Wide scaled = Wide{m} * kFive.value[k];
-        const int shift = -(q + k);  // magnitude * 10^k = scaled / 2^shift
-        if (shift <= 0 || shift >= 128) return false;
+        // magnitude * 10^k = scaled / 2^shift. shift is at most 126 (q >= -126
+        // from 1e-22 on) and positive, as scaled >= 2^52 while the quotient
+        // stays below 10^7.
+        const int shift = -(q + k);
         const Wide whole = scaled >> shift;
         if (whole >= 1000000 || whole < 100000) {
             exponent += whole >= 1000000 ? 1 : -1;

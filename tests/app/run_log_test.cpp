@@ -15,6 +15,7 @@
 #include <set>
 #include <string>
 #include <sys/mount.h>
+#include <utility>
 #include <unistd.h>
 
 #include "app/run_log.h"
@@ -111,6 +112,7 @@ TEST(RunLogWriter, WritesAtOnceAndKeepsTheFirstFailure) {
         EXPECT_EQ(writer.complete(), c.error == 0) << c.path;
         EXPECT_EQ(writer.reason(), c.error ? std::strerror(c.error) : "") << c.path;
         std::cerr.setstate(std::ios_base::badbit);
+        (void)std::fgetc(stderr);  // reading a write-only stream sets its error indicator
         writer.restart();
         EXPECT_TRUE(writer.complete() && std::cerr.good() && !std::ferror(stderr)) << c.path;
         close(fd);
@@ -131,9 +133,13 @@ TEST(RunLog, UnwrittenLinesAreReportedAfterTheCalculationAndTheNextOneIsLogged) 
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(std::string(c.tmpfs ? "tmpfs " : "/dev/full ") + c.function);
-        std::string mounted;
+        std::string mounted, refused;
         WindowHarness h([&](const std::string& dir) {
-            if (!c.tmpfs || mount("tmpfs", dir.c_str(), "tmpfs", 0, "size=256k") != 0) return;
+            if (!c.tmpfs) return;
+            if (mount("tmpfs", dir.c_str(), "tmpfs", 0, "size=256k") != 0) {
+                refused = std::strerror(errno);
+                return;
+            }
             mounted = dir;
             if (chdir(dir.c_str()) == 0) std::ofstream("ballast") << std::string(128 * 1024, 'b');
         });
@@ -142,17 +148,18 @@ TEST(RunLog, UnwrittenLinesAreReportedAfterTheCalculationAndTheNextOneIsLogged) 
             const std::string& dir;
             ~Unmount() { if (!dir.empty()) umount2(dir.c_str(), MNT_DETACH); }
         } unmount{mounted};
-        if (c.tmpfs && mounted.empty()) GTEST_SKIP() << "mounting a tmpfs needs root: " << std::strerror(errno);
+        if (c.tmpfs && mounted.empty()) GTEST_SKIP() << "mounting a tmpfs needs root: " << refused;
         h.click(kTaskButtons[4]);
         h.click("checkSimpsonMethod");
         h.typeText("exprFunc", u(c.function));
-        for (const char* name : {"x1", "x2", "h1", "h2"})
-            h.typeNumber(name, *name == 'x' ? (name[1] == '1' ? -99.9999 : 99.9999) : 0.01);
-        const int log = dup(2);
-        if (!c.tmpfs) dup2(open("/dev/full", O_WRONLY | O_CLOEXEC), 2);
+        for (const auto& [name, value] : {std::pair{"x1", -99.9999}, {"x2", 99.9999}, {"h1", 0.01}, {"h2", 0.01}})
+            h.typeNumber(name, value);
+        const int log = dup(2), full = open("/dev/full", O_WRONLY | O_CLOEXEC);
+        if (!c.tmpfs) dup2(full, 2);
         h.click("calcButton");
         dup2(log, 2);
         close(log);
+        close(full);
 
         const std::vector<CaughtBox> boxes = h.boxes().take();
         ASSERT_EQ(boxes.size(), 2u);
@@ -181,7 +188,8 @@ TEST(RunLog, UnwrittenLinesAreReportedAfterTheCalculationAndTheNextOneIsLogged) 
             EXPECT_EQ(std::remove("ballast"), 0);
         }
         h.typeText("exprFunc", u("x"));
-        for (const char* name : {"x1", "x2", "h1", "h2"}) h.typeNumber(name, *name == 'x' ? name[1] - '1' : 1);
+        for (const auto& [name, value] : {std::pair{"x1", 0.0}, {"x2", 1.0}, {"h1", 1.0}, {"h2", 1.0}})
+            h.typeNumber(name, value);
         EXPECT_EQ(h.calculate().text, u("Расчет завершен"));
         const std::string run = "Integration with Simpson method...\nx1 = 0   x2 = 1   h = 1\n"
                                 "Part: 1   x_left = 0   x_right = 1   Result: 0.5\nTotal: 0.5\n\n";

@@ -29,11 +29,11 @@ std::string printed(double value) {
 // from 1e-5 on, zeros, infinities, NaN, denormals), then random bit patterns and magnitudes.
 TEST(LogLineWriter, DoublesAsPrintfG) {
     const double nan = std::numeric_limits<double>::quiet_NaN(), inf = std::numeric_limits<double>::infinity();
-    std::vector<double> values = {0.0,      nan,      inf,        11.71875, 123456.5, 123457.5,  1234565,
-                                  999999.5, 99999.95, 9.999995,   0.5,       0.1,      1e-4,      0.0001234565,
-                                  9.9999e-5, 1e-5,    1e-22,      1e6,       1e-21,    123456,    100000,
-                                  99.9999,  -99.9999, 0.01,       1e-7,      DBL_MAX,  DBL_MIN,   DBL_TRUE_MIN,
-                                  1e300,    5e-324,   2.5,        3.5};
+    std::vector<double> values = {
+        0.0,      nan,      inf,      DBL_MAX, DBL_MIN, DBL_TRUE_MIN, 1e300,  // the ends
+        123456.5, 123457.5, 2.5,      3.5,     1234565,                       // exact ties, to even
+        999999.5, 99999.95, 9.999995, 100000,  123456,  1e6,  1e-22,  1e-21,  // carries, the integer path's ends
+        0.5,      0.1,      0.01,     99.9999, 1e-4,    0.0001234565, 9.9999e-5, 1e-5, 1e-7};  // both notations
     for (int k = -25; k < 10; ++k) {
         if (k >= 0 && k <= 6) values.push_back(0.1171875 * std::pow(10.0, k));  // exact, a tie at the 7th digit
         values.push_back(std::pow(10.0, k));

@@ -12,22 +12,9 @@ namespace {
 
 const int kMaxIterations = 100001;
 
-// Each row with every element as printf's "%10.6lf ", a line per write
-// through std::cerr (the run log's one way to its file).
+// Each row with every element as printf's "%10.6lf ".
 void dumpMatrix(const Matrix& M) {
-    const int n = M.dimension();
-    std::string line;
-    char field[512];  // enough for any double in "%10.6lf "
-    for (int i = 0; i < n; ++i) {
-        const std::vector<double>& row = M[i];
-        line.clear();
-        for (int j = 0; j < n; ++j) {
-            const int length = std::snprintf(field, sizeof field, "%10.6lf ", row[j]);
-            line.append(field, static_cast<std::size_t>(length));
-        }
-        line += '\n';
-        std::cerr << line << std::flush;
-    }
+    logRows(M, "%10.6lf ");
 }
 
 void logComplex(const std::complex<double>& z) {

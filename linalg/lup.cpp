@@ -9,23 +9,10 @@
 
 namespace {
 
-// The title, then each row with every element as printf's "%7.3lf ", a
-// line per write through std::cerr (the run log's one way to its file).
+// The title, then each row with every element as printf's "%7.3lf ".
 void dumpMatrix(const char* title, const Matrix& M) {
     std::cerr << title << std::flush;
-    const int n = M.dimension();
-    std::string line;
-    char field[512];  // enough for any double in "%7.3lf "
-    for (int i = 0; i < n; ++i) {
-        const std::vector<double>& row = M[i];
-        line.clear();
-        for (int j = 0; j < n; ++j) {
-            const int length = std::snprintf(field, sizeof field, "%7.3lf ", row[j]);
-            line.append(field, static_cast<std::size_t>(length));
-        }
-        line += '\n';
-        std::cerr << line << std::flush;
-    }
+    logRows(M, "%7.3lf ");
 }
 
 }  // namespace

@@ -2,6 +2,9 @@
 
 #include <cmath>
 #include <cstddef>
+#include <cstdio>
+#include <iostream>
+#include <string>
 #include <utility>
 
 #include "errors/errors.h"
@@ -213,4 +216,20 @@ double round(double x, int digits) {
 
 int sign(const double& x) {
     return x >= 0.0 ? 1 : -1;
+}
+
+void logRows(const Matrix& M, const char* cellFormat) {
+    const int n = M.dimension();
+    std::string line;
+    char field[512];  // enough for any double in a fixed-point format of the log's
+    for (int i = 0; i < n; ++i) {
+        const std::vector<double>& row = M[i];
+        line.clear();
+        for (int j = 0; j < n; ++j) {
+            const int length = std::snprintf(field, sizeof field, cellFormat, row[j]);
+            line.append(field, static_cast<std::size_t>(length));
+        }
+        line += '\n';
+        std::cerr << line << std::flush;
+    }
 }

@@ -88,5 +88,10 @@ double off(const Matrix& A);
 
 // x rounded to `digits` decimals, halves away from zero.
 double round(double x, int digits);
+
+// Writes each row of M to the run log (std::cerr) as one line, every element
+// in the printf format `cellFormat` for one double (such as "%7.3lf "), a
+// write per line.
+void logRows(const Matrix& M, const char* cellFormat);
 // 1 when x >= 0 (also for -0.0), -1 otherwise (also for NaN).
 int sign(const double& x);

@@ -13,7 +13,7 @@ packages=(
 )
 if [[ "${1:-}" == "--dev" ]]; then
   packages+=(clang libclang-rt-14-dev libfuzzer-14-dev llvm
-             libbenchmark-dev libmuparser-dev x11-utils valgrind dpkg-dev file
+             libbenchmark-dev libmuparser-dev libfparser-dev x11-utils valgrind dpkg-dev file
              lintian appstream desktop-file-utils)
 fi
 

@@ -101,16 +101,19 @@ private:
     friend class Function;
 
     // What a Function computes for x: eval("x = " + the "%lg" text of x),
-    // with x finite. In the standard environment and for x = 0 or 1e-17 <=
-    // |x| < 1e27, sets `result` and returns true (or throws what eval
-    // throws); otherwise changes nothing and returns false, and the caller
-    // takes the text route. It does not store x: only a Function calls it,
-    // and a Function's variables are never read before its next assignment.
+    // with x finite. Where number_environment::standard_rounding_and_point()
+    // holds and, if the expression reads x, x = 0 or 1e-17 <= |x| < 1e27:
+    // sets `result` and returns true, or throws what eval throws. Otherwise
+    // changes nothing and returns false, and the caller takes the text route.
+    // It does not store x: only a Function calls it, and a Function's
+    // variables are never read before its next assignment of x.
     bool call(double x, double& result);
     // Builds the program if needed and folds it for the current values,
     // with x as the argument when `x_given` (then x has a value). Returns
     // false, changing nothing, outside number_environment::standard().
     bool prepare(bool x_given);
+    // Builds the program from postfix, in number_environment::standard().
+    void compile();
 
     std::set<std::string> functions;
     std::set<std::string> operators;

@@ -1,18 +1,14 @@
-// Expression: construction, conversion into postfix order, assignment texts
-// and evaluation.
+// Expression: construction, conversion into postfix order, assignment texts,
+// evaluation, and the building and folding of the compiled program.
 
-#include <algorithm>
 #include <cmath>
-#include <cstdint>
 #include <cstdio>
 #include <locale>
 #include <sstream>
 #include <string_view>
 #include <unordered_map>
-#include <utility>
 
 #include "errors/errors.h"
-#include "expression/decimal_rounding.h"
 #include "expression/expression.h"
 
 namespace {
@@ -220,48 +216,7 @@ bool Expression::prepare(bool x_given)
         return false;
     }
     if (!compiled) {
-        // The numbers are read now with the conversion calculate uses, which
-        // depends on the environment: that is why the program is built and
-        // used only in the standard one. The slot of every distinct name,
-        // numbered by first use: one hash lookup per name token keeps this
-        // linear in the length of the text however many names it holds. The
-        // keys view the texts of postfix, which does not change.
-        std::unordered_map<std::string_view, std::size_t> slots;
-        for (const token& t : postfix) {
-            switch (t.type) {
-            case number: {
-                double value = 0.0;
-                if (std::sscanf(t.text.c_str(), "%50lg", &value) != 1) {
-                    program.add_failure();
-                } else {
-                    program.add_number(value);
-                }
-                break;
-            }
-            case variable: {
-                const auto known = slots.try_emplace(std::string_view(t.text), slots.size());
-                if (known.second) {
-                    program.add_new_name(t.text);
-                } else {
-                    program.add_name(known.first->second);
-                }
-                break;
-            }
-            case binary_operator:
-                program.add_operation(Operation::binary(t.text), 2);
-                break;
-            case unary_operator:
-                program.add_operation(Operation::unary(t.text), 1);
-                break;
-            case function:
-                program.add_operation(Operation::function(t.text), 1);
-                break;
-            default:
-                program.add_failure();
-                break;
-            }
-        }
-        compiled = true;
+        compile();
     }
     const std::vector<std::string>& names = program.names();
     std::vector<const double*> values(names.size(), nullptr);
@@ -279,6 +234,52 @@ bool Expression::prepare(bool x_given)
     program.fold(values, argument);
     folded = x_given ? Folding::x_as_argument : Folding::constants_only;
     return true;
+}
+
+void Expression::compile()
+{
+    // The numbers are read now with the conversion calculate uses, which
+    // depends on the environment: that is why the program is built only in
+    // the standard one. The slot of every distinct name, numbered by first
+    // use: one hash lookup per name token keeps this linear in the length of
+    // the text however many names it holds. The keys view the texts of
+    // postfix, which does not change.
+    std::unordered_map<std::string_view, std::size_t> slots;
+    for (const token& t : postfix) {
+        switch (t.type) {
+        case number: {
+            double value = 0.0;
+            if (std::sscanf(t.text.c_str(), "%50lg", &value) != 1) {
+                program.add_failure();
+            } else {
+                program.add_number(value);
+            }
+            break;
+        }
+        case variable: {
+            const auto known = slots.try_emplace(std::string_view(t.text), slots.size());
+            if (known.second) {
+                program.add_new_name(t.text);
+            } else {
+                program.add_name(known.first->second);
+            }
+            break;
+        }
+        case binary_operator:
+            program.add_operation(Operation::binary(t.text), 2);
+            break;
+        case unary_operator:
+            program.add_operation(Operation::unary(t.text), 1);
+            break;
+        case function:
+            program.add_operation(Operation::function(t.text), 1);
+            break;
+        default:
+            program.add_failure();
+            break;
+        }
+    }
+    compiled = true;
 }
 
 double Expression::apply_unary(const std::string& op, double a) const

@@ -96,17 +96,22 @@ bool subnormal(double v)
     return v != 0 && std::fabs(v) < DBL_MIN;
 }
 
-// The exceptions raised since the last call, inexact aside, including the
-// x86 denormal-operand flag, which <cfenv> does not name; clears them.
+// Whether a step raised an exception other than inexact, including the x86
+// denormal-operand flag, which <cfenv> does not name. Flags are sticky: the
+// caller checks after every step, and a raised flag is cleared here, so the
+// flags seen belong to the last step (inexact, left set, is ignored).
 bool raisedAnythingButInexact()
 {
     bool raised = std::fetestexcept(FE_ALL_EXCEPT & ~FE_INEXACT) != 0;
-    std::feclearexcept(FE_ALL_EXCEPT);
 #if defined(__x86_64__)
-    const unsigned mxcsr = _mm_getcsr();
-    raised = raised || (mxcsr & 0x02u) != 0;
-    _mm_setcsr(mxcsr & ~0x3Fu);
+    raised = raised || (_mm_getcsr() & 0x02u) != 0;
 #endif
+    if (raised) {
+        std::feclearexcept(FE_ALL_EXCEPT);
+#if defined(__x86_64__)
+        _mm_setcsr(_mm_getcsr() & ~0x3Fu);
+#endif
+    }
     return raised;
 }
 
@@ -175,8 +180,10 @@ void CompiledProgram::fold(const std::vector<const double*>& values, std::size_t
     // it, nor can it set errno, so computing it at every run would give the
     // same. Any other step stays in the code.
     std::fenv_t saved;
-    std::feholdexcept(&saved);
-    raisedAnythingButInexact();
+    std::feholdexcept(&saved);  // clears every flag
+#if defined(__x86_64__)
+    _mm_setcsr(_mm_getcsr() & ~0x3Fu);
+#endif
     const auto folds = [](double result, double a, double b) {
         const bool clean = !raisedAnythingButInexact();
         return clean && !subnormal(a) && !subnormal(b) && !subnormal(result);

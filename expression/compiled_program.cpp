@@ -11,8 +11,8 @@
 
 #include <algorithm>
 #include <cfenv>
-#include <cfloat>
 #include <cmath>
+#include <cstring>
 
 #include "errors/errors.h"
 
@@ -91,9 +91,13 @@ constexpr bool readsArgument(std::uint8_t code)
             form != constant_top);
 }
 
+// On the bits: a comparison would take a subnormal for 0 under
+// denormals-are-zero.
 bool subnormal(double v)
 {
-    return v != 0 && std::fabs(v) < DBL_MIN;
+    std::uint64_t bits = 0;
+    std::memcpy(&bits, &v, sizeof bits);
+    return (bits & 0x7FF0000000000000u) == 0 && (bits & 0x000FFFFFFFFFFFFFu) != 0;
 }
 
 // Whether a step raised an exception other than inexact, including the x86
@@ -174,15 +178,18 @@ void CompiledProgram::fold(const std::vector<const double*>& values, std::size_t
             --stacked;
         }
     };
-    // Folding runs without traps, and computes a step ahead of time only when
-    // it reads and yields no subnormal and raises nothing but inexact: then
-    // flush-to-zero, denormals-are-zero and the exception masks cannot change
-    // it, nor can it set errno, so computing it at every run would give the
-    // same. Any other step stays in the code.
+    // Folding computes a step ahead of time only when it reads and yields no
+    // subnormal and raises nothing but inexact: then neither flush-to-zero,
+    // denormals-are-zero nor an exception mask can change its result, nor
+    // can it set errno, so that computing it at every run, under whatever
+    // settings, would give the same (the mathematics library makes no
+    // subnormal step between normal arguments and a normal result without a
+    // flag). Any other step stays in the code. Steps are folded in the
+    // default SSE state, without traps, to nearest as the caller checked.
     std::fenv_t saved;
-    std::feholdexcept(&saved);  // clears every flag
+    std::feholdexcept(&saved);
 #if defined(__x86_64__)
-    _mm_setcsr(_mm_getcsr() & ~0x3Fu);
+    _mm_setcsr(0x1F80);
 #endif
     const auto folds = [](double result, double a, double b) {
         const bool clean = !raisedAnythingButInexact();

@@ -8,8 +8,8 @@
 // calculate fails: a folded step is the same operation on the same values in
 // the same order, computed ahead of time only where no floating-point setting
 // but the rounding mode could change it (see fold). Only the final value is
-// checked, at every run. Fold only in number_environment::standard(), run
-// only where number_environment::standard_rounding_and_point() holds.
+// checked, at every run. Fold and run only where
+// number_environment::standard_rounding_and_point() holds.
 //
 // Value type: a copy runs independently of its original.
 

@@ -24,10 +24,9 @@
 // folded with the current values of the names (pi, and every other name
 // except x, whose value is read at each run), folded again after an
 // assignment to any name but x. Every result, exception and the moment it is
-// thrown are those of calculate(postfix). The program is built and folded
-// only in the standard environment and run only where the checks of
-// number_environment.h pass before the evaluation; elsewhere eval is
-// calculate(postfix).
+// thrown are those of calculate(postfix). The program is built, folded and
+// run only where the check of number_environment.h passes; elsewhere eval
+// is calculate(postfix).
 
 #include <cstdint>
 #include <map>
@@ -110,9 +109,11 @@ private:
     bool call(double x, double& result);
     // Builds the program if needed and folds it for the current values,
     // with x as the argument when `x_given` (then x has a value). Returns
-    // false, changing nothing, outside number_environment::standard().
+    // false, changing nothing, unless
+    // number_environment::standard_rounding_and_point().
     bool prepare(bool x_given);
-    // Builds the program from postfix, in number_environment::standard().
+    // Builds the program from postfix, where
+    // number_environment::standard_rounding_and_point().
     void compile();
 
     std::set<std::string> functions;

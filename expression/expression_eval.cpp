@@ -212,7 +212,7 @@ double Expression::eval(const std::string& text)
 
 bool Expression::prepare(bool x_given)
 {
-    if (!number_environment::standard()) {
+    if (!number_environment::standard_rounding_and_point()) {
         return false;
     }
     if (!compiled) {
@@ -239,8 +239,8 @@ bool Expression::prepare(bool x_given)
 void Expression::compile()
 {
     // The numbers are read now with the conversion calculate uses, which
-    // depends on the environment: that is why the program is built only in
-    // the standard one. The slot of every distinct name, numbered by first
+    // depends on the rounding mode and the decimal point: that is why the
+    // program is built only where they are standard. The slot of every distinct name, numbered by first
     // use: one hash lookup per name token keeps this linear in the length of
     // the text however many names it holds. The keys view the texts of
     // postfix, which does not change.

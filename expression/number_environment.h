@@ -1,6 +1,6 @@
 #pragma once
 // The floating-point and locale settings on which the results of Expression
-// depend, and the checks that the fast evaluation makes before it runs.
+// depend, and the check that its fast evaluation makes before every run.
 //
 // The text route (calculate, set_variables, Function's "x = %lg") depends on
 // - the decimal point of the thread's numeric locale, which printf, strtod
@@ -15,12 +15,13 @@
 // fesetround and feenableexcept set both registers; _mm_setcsr, fesetenv
 // and a library built with -ffast-math may set MXCSR alone.
 //
-// The compiled program is built and folded only where standard() holds,
-// and folds only steps whose result no MXCSR setting but the rounding mode
-// can change (see CompiledProgram::fold). Before every fast evaluation,
-// standard_rounding_and_point() then checks what can still matter, exactly
-// and at the cost of a few instructions: the decimal point, the whole x87
-// control word, and the SSE rounding mode, by two additions that round
+// The compiled program folds only steps whose result no MXCSR setting but
+// the rounding mode can change (see CompiledProgram::fold), and runs every
+// other step as the text route would, so that flush-to-zero,
+// denormals-are-zero and the masks apply to both alike. What is left to
+// check is standard_rounding_and_point(): exactly, at every run and at the
+// cost of a few instructions, the decimal point, the whole x87 control word
+// and the SSE rounding mode, the last by two additions that round
 // differently in each mode (reading MXCSR itself takes some 13 cycles on
 // recent AMD processors, more than a short evaluation). One difference is
 // left: with the inexact exception unmasked in MXCSR alone, those additions
@@ -31,9 +32,7 @@
 #include <cstdint>
 #include <cstring>
 
-#if defined(__x86_64__)
-#include <xmmintrin.h>
-#else
+#if !defined(__x86_64__)
 #include <cfenv>
 #endif
 
@@ -47,22 +46,13 @@ inline bool decimal_point_is_dot()
 
 #if defined(__x86_64__)
 
-// The registers as at process start: MXCSR with every exception masked,
-// round to nearest, no flush-to-zero or denormals-are-zero (its low 6 bits
-// are sticky flags, not settings); the x87 control word 0x037F.
-constexpr unsigned kDefaultMxcsr = 0x1F80;
-constexpr unsigned short kDefaultX87 = 0x037F;
-
+// The x87 control word as at process start: round to nearest, extended
+// precision, every exception masked.
 inline bool x87_default()
 {
     unsigned short word = 0;
     __asm__ __volatile__("fnstcw %0" : "=m"(word));
-    return word == kDefaultX87;
-}
-
-inline bool standard()
-{
-    return (_mm_getcsr() & 0xFFC0u) == kDefaultMxcsr && x87_default() && decimal_point_is_dot();
+    return word == 0x037F;
 }
 
 // Round to nearest in SSE arithmetic: 1 + 0.75 ulp and -1 - 0.75 ulp both
@@ -84,13 +74,6 @@ inline bool sse_rounds_to_nearest()
     return ((up_bits ^ 0x3FF0000000000001u) | (down_bits ^ 0xBFF0000000000001u)) == 0;
 }
 
-// The x87 word first: feenableexcept unmasks exceptions there too, and then
-// the additions below are not made.
-inline bool standard_rounding_and_point()
-{
-    return x87_default() && sse_rounds_to_nearest() && decimal_point_is_dot();
-}
-
 #else
 
 inline bool x87_default()
@@ -103,16 +86,13 @@ inline bool sse_rounds_to_nearest()
     return std::fegetround() == FE_TONEAREST;
 }
 
-inline bool standard()
-{
-    return sse_rounds_to_nearest() && decimal_point_is_dot();
-}
+#endif
 
+// The x87 word first: feenableexcept unmasks exceptions there too, and then
+// the additions are not made.
 inline bool standard_rounding_and_point()
 {
-    return standard();
+    return x87_default() && sse_rounds_to_nearest() && decimal_point_is_dot();
 }
-
-#endif
 
 }  // namespace number_environment

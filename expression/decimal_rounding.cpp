@@ -25,7 +25,7 @@ namespace decimal_rounding {
 
 namespace {
 
-__extension__ typedef unsigned __int128 uint128;
+using detail::uint128;
 
 constexpr const double* kPow10 = detail::kPow10;
 

@@ -268,19 +268,18 @@ void CompiledProgram::fold(const std::vector<const double*>& values, std::size_t
     if (state_ == state_code && stack.size() != 1) {
         state_ = state_wrong_format;
     }
-    if (state_ != state_code) {
-        code_.clear();
-    } else if (stack.back().kind == Value::known) {
+    if (state_ == state_code && stack.back().kind == Value::known) {
         constant_ = stack.back().number;
         state_ = state_constant;
-    } else {
+    } else if (state_ == state_code) {
         if (stack.back().kind == Value::argument) {
             emit(push_argument, 0.0);
         }
         emit(finish, 0.0);
     }
-    reads_argument_ =
-        std::any_of(code_.begin(), code_.end(), [](const Instruction& in) { return readsArgument(in.code); });
+    reads_argument_ = state_ == state_code && std::any_of(code_.begin(), code_.end(), [](const Instruction& in) {
+                          return readsArgument(in.code);
+                      });
 }
 
 void CompiledProgram::fail() const

@@ -33,9 +33,9 @@ double fromBits(std::uint64_t bits) {
     return x;
 }
 
-// Ties at the 7th significant digit exact in binary, signed zeros, the ends of the directly rounded range, the end of
-// the inline rounding (2^17), denormals, powers of ten, DBL_MAX, each with neighbours (infinities included) and
-// negated; NaN. Then `randomCount` more: raw bits, log-uniform magnitudes, the integration range, and exact ties
+// Ties at the 7th significant digit exact in binary, signed zeros, the ends of the directly rounded range, denormals,
+// powers of ten and of two (values that round to a power of two take the exact route; 2^17 ends the inline one),
+// DBL_MAX, each with neighbours (infinities included) and negated; NaN. Then `randomCount` more: raw bits, log-uniform magnitudes, the integration range, and exact ties
 // n5 * 10^k and n5 * 2^k.
 std::vector<double> arguments(std::size_t randomCount, std::uint64_t seed, bool everyPowerOfTen) {
     std::vector<double> xs = {0.0, 1e-07, 1234565, 1234575, 999999.5, 9999995, 100000.5, 1.234375, 0.1171875,
@@ -43,6 +43,7 @@ std::vector<double> arguments(std::size_t randomCount, std::uint64_t seed, bool 
                               1e-17, 1e27, 131072, 1e-300, 4.9e-324, 2.2250738585072014e-308, DBL_MAX, 6.02214076e23,
                               9.9999995e26, 0.1, 2.5};
     for (int k = -18; k <= 28; k += everyPowerOfTen ? 1 : 7) xs.push_back(std::pow(10.0, k));
+    for (int k = -56; k <= 88; k += everyPowerOfTen ? 4 : 16) xs.push_back(std::ldexp(1.0, k));
     for (std::size_t i = 0, n = xs.size(); i < n; ++i)
         xs.insert(xs.end(), {std::nextafter(xs[i], 0.0), std::nextafter(xs[i], INFINITY), -xs[i]});
     std::mt19937_64 random(seed);
@@ -101,15 +102,15 @@ std::string randomText(std::mt19937_64& random, int depth) {
     }
 }
 
-// The first lines of the fuzz corpus, curated texts (a stack deeper than the machine's local array, a long chain to
-// the right) and random ones.
+// The first lines of the fuzz corpus, curated texts (a long chain to the left; one to the right whose computed values
+// wait on the machine's stack, deeper than its local array) and random ones.
 std::vector<std::string> texts(std::size_t randomCount) {
     std::vector<std::string> all = {"sin(2*pi*x)*exp(-4*pi^2*x)", "x^5 - 3*x^4 + 2*x^3 - x + 7", "1/(1/0)", "0*exp(x)",
                                     "1e-310*x", "x*1e-310", "2^1030/2^1029", "(-8)^(1/3)", "sqrt(x)*0+1"};
     std::string deep = "x", right = "x";
     for (int i = 0; i < 40; ++i) {
         deep = "(" + deep + "+" + std::to_string(i) + ")*0.5";
-        right = "x-(" + right + ")";
+        right = (i % 2 ? "sin(x)-(" : "x*2-(") + right + ")";
     }
     all.insert(all.end(), {deep, right});
     for (const auto& file : std::filesystem::directory_iterator(KALKORA_FUZZ_CORPUS)) {

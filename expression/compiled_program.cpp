@@ -135,6 +135,11 @@ struct Value {
 
 }  // namespace
 
+void CompiledProgram::reserve(std::size_t steps)
+{
+    steps_.reserve(steps);
+}
+
 void CompiledProgram::add_number(double value)
 {
     steps_.push_back({step_number, Operation::invalid, 0, 0, value});
@@ -167,6 +172,7 @@ void CompiledProgram::add_failure()
 void CompiledProgram::fold(const std::vector<const double*>& values, std::size_t argument)
 {
     code_.clear();
+    code_.reserve(steps_.size() + 1);
     depth_ = 0;
     state_ = state_code;
     std::size_t stacked = 0;  // values in the machine's memory after the code so far

@@ -24,7 +24,9 @@
 
 class CompiledProgram {
 public:
-    // Building: one call per token of the postfix sequence, in order.
+    // Building: one call per token of the postfix sequence, in order, after
+    // reserve(the number of tokens).
+    void reserve(std::size_t steps);
     void add_number(double value);
     // A name's first use; it gets the next slot (0, 1, ...).
     void add_new_name(const std::string& name);

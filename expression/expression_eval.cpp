@@ -245,6 +245,7 @@ void Expression::compile()
     // the text however many names it holds. The keys view the texts of
     // postfix, which does not change.
     std::unordered_map<std::string_view, std::size_t> slots;
+    program.reserve(postfix.size());
     for (const token& t : postfix) {
         switch (t.type) {
         case number: {

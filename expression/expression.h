@@ -132,8 +132,8 @@ private:
 // call into the C library, made last so that its cost overlaps the
 // evaluation, whose value (plain arithmetic, no exception) is discarded when
 // the check fails. A program that does not read x needs no rounding, nor the
-// text route for x outside the rounding's range: in the standard
-// environment the text of every finite x assigns a finite value.
+// text route for x outside the rounding's range: where the check passes, the
+// text of every finite x assigns a finite value.
 inline bool Expression::call(double x, double& result)
 {
     if (!number_environment::x87_default() || !number_environment::sse_rounds_to_nearest()) {

@@ -24,6 +24,7 @@ void Expression::initialize()
     }
     // Set even when present: a user may have assigned pi on an earlier call.
     variables["pi"] = 3.141592653589793;
+    folded = Folding::none;
 }
 
 bool Expression::is_operator(const std::string& s) const

@@ -19,20 +19,24 @@
 // follow the C library's locale, which the application keeps at "C".
 // Not thread-safe: eval changes the stored variables.
 //
-// Speed: the constructor also compiles the postfix sequence into a private
-// program (opcodes, number texts read once with the same "%50lg" conversion),
-// which eval runs instead of walking the tokens. Every result, exception and
-// the moment it is thrown are those of calculate(postfix): sequences the
-// program cannot reproduce step for step (a unary *, / or ^) are left to
-// calculate, and so is every evaluation while the C library's decimal point
-// is not "." or the rounding mode is not to-nearest.
+// Speed: eval runs a CompiledProgram instead of walking the tokens: built
+// once from the postfix sequence (numbers read with the same "%50lg"),
+// folded with the current values of the names (pi, and every other name
+// except x, whose value is read at each run), folded again after an
+// assignment to any name but x. Every result, exception and the moment it is
+// thrown are those of calculate(postfix). The program is built, folded and
+// run only where the check of number_environment.h passes; elsewhere eval
+// is calculate(postfix).
 
-#include <cstddef>
 #include <cstdint>
 #include <map>
 #include <set>
 #include <string>
 #include <vector>
+
+#include "expression/compiled_program.h"
+#include "expression/decimal_rounding.h"
+#include "expression/number_environment.h"
 
 class Expression {
 public:
@@ -63,15 +67,6 @@ public:
     // required), then evaluates the expression. Assignments stay for later calls.
     double eval(const std::string& text);
 
-    // The fast route of eval(name + " = " + the "%lg" text of value), taken
-    // without writing the text: when the C library's decimal point is "." and
-    // its rounding mode to-nearest, and value is 0 or 1e-17 <= |value| < 1e27,
-    // stores under `name` the value that text denotes, evaluates into
-    // `result` and returns true (or throws what eval would throw). Otherwise
-    // changes nothing and returns false: the caller then writes the text and
-    // calls eval. `name` must be a valid name.
-    bool eval_printed(const std::string& name, double value, double& result);
-
     // The steps of the pipeline above. They are public so that each can be
     // exercised on its own; ordinary users need only the constructor and eval.
 
@@ -101,26 +96,69 @@ public:
 private:
     // Lets the tests look at the tables and the postfix sequence.
     friend struct ExpressionTestAccess;
+    // Function's calls take the fast route below.
+    friend class Function;
+
+    // What a Function computes for x: eval("x = " + the "%lg" text of x),
+    // with x finite. Where number_environment::standard_rounding_and_point()
+    // holds and, if the expression reads x, x = 0 or 1e-17 <= |x| < 1e27:
+    // sets `result` and returns true, or throws what eval throws. Otherwise
+    // changes nothing and returns false, and the caller takes the text route.
+    // It does not store x: only a Function calls it, and a Function's
+    // variables are never read before its next assignment of x.
+    bool call(double x, double& result);
+    // Builds the program if needed and folds it for the current values,
+    // with x as the argument when `x_given` (then x has a value). Returns
+    // false, changing nothing, unless
+    // number_environment::standard_rounding_and_point().
+    bool prepare(bool x_given);
+    // Builds the program from postfix, where
+    // number_environment::standard_rounding_and_point().
+    void compile();
 
     std::set<std::string> functions;
     std::set<std::string> operators;
     std::map<std::string, double> variables;  // pi and every assigned name
     std::vector<token> postfix;
 
-    // The compiled form of postfix. Instructions refer to variables by the
-    // index of their token in postfix, never by pointer, so that copies stay
-    // independent.
-    struct instruction {
-        std::uint8_t op;      // an operation code, see expression_eval.cpp
-        std::uint32_t token;  // variables: index of the token in postfix
-        std::uint32_t slot;   // variables: index of the name among the distinct names
-        double number;        // the value of a number token
-    };
-    void compile();
-    double run_program() const;
-
-    std::vector<instruction> program;
-    std::size_t program_depth = 0;  // the most values on the stack at once
-    std::size_t program_names = 0;  // distinct variable names
-    bool program_valid = false;     // compiled, and equivalent to calculate(postfix)
+    enum class Folding : std::uint8_t { none, constants_only, x_as_argument };
+    CompiledProgram program;
+    bool compiled = false;
+    Folding folded = Folding::none;  // for which values; none after a change
 };
+
+// In the header, so that a Function's call is one function call plus the
+// program's run. The registers are checked first. The decimal point needs a
+// call into the C library, made last so that its cost overlaps the
+// evaluation, whose value (plain arithmetic, no exception) is discarded when
+// the check fails. A program that does not read x needs no rounding, nor the
+// text route for x outside the rounding's range: where the check passes, the
+// text of every finite x assigns a finite value.
+inline bool Expression::call(double x, double& result)
+{
+    if (!number_environment::x87_default() || !number_environment::sse_rounds_to_nearest()) {
+        return false;
+    }
+    if (folded != Folding::x_as_argument && !prepare(true)) {
+        return false;
+    }
+    if (program.fails()) {
+        if (!number_environment::decimal_point_is_dot()) {
+            return false;
+        }
+        program.fail();
+    }
+    double argument = x;
+    if (program.reads_argument()) {
+        if (!decimal_rounding::in_rounding_range(x)) {
+            return false;
+        }
+        argument = decimal_rounding::round_like_printf(x);
+    }
+    const double value = program.value(argument);
+    if (!number_environment::decimal_point_is_dot()) {
+        return false;
+    }
+    result = CompiledProgram::checked(value);
+    return true;
+}

@@ -1,165 +1,21 @@
-// Expression: construction, conversion into postfix order, assignment texts
-// and evaluation.
+// Expression: construction, conversion into postfix order, assignment texts,
+// evaluation, and the building and folding of the compiled program.
 
-#include <algorithm>
 #include <cmath>
-#include <cstdint>
 #include <cstdio>
 #include <locale>
 #include <sstream>
 #include <string_view>
 #include <unordered_map>
-#include <utility>
 
 #include "errors/errors.h"
-#include "expression/decimal_rounding.h"
 #include "expression/expression.h"
 
 namespace {
 
-// Operation codes of the compiled program. The formulas live in the two
-// apply_*_code functions below only, shared by calculate (through
-// apply_unary, apply_binary and apply_function) and by the program, so both
-// compute every value with the same operations.
-enum : std::uint8_t {
-    op_invalid,   // no such operator or function
-    op_identity,  // unary +: compiled to nothing
-    op_number,
-    op_variable,        // the first use of a name in the sequence
-    op_variable_again,  // a later use of the same name
-    op_add,
-    op_subtract,
-    op_multiply,
-    op_divide,
-    op_power,
-    op_negate,
-    op_sin,
-    op_cos,
-    op_tg,
-    op_ctg,
-    op_arcsin,
-    op_arccos,
-    op_arctg,
-    op_arcctg,
-    op_exp,
-    op_ln,
-    op_log10,
-    op_log2,
-    op_abs,
-    op_sqrt,
-    op_sinh,
-    op_cosh
-};
+// The name whose value a Function supplies at each call.
+const std::string kArgument = "x";
 
-std::uint8_t binary_code(const std::string& op)
-{
-    if (op == "+") {
-        return op_add;
-    }
-    if (op == "-") {
-        return op_subtract;
-    }
-    if (op == "*") {
-        return op_multiply;
-    }
-    if (op == "/") {
-        return op_divide;
-    }
-    if (op == "^") {
-        return op_power;
-    }
-    return op_invalid;
-}
-
-std::uint8_t unary_code(const std::string& op)
-{
-    if (op == "+") {
-        return op_identity;
-    }
-    if (op == "-") {
-        return op_negate;
-    }
-    return op_invalid;
-}
-
-std::uint8_t function_code(const std::string& name)
-{
-    static const struct {
-        const char* name;
-        std::uint8_t code;
-    } table[] = {{"sin", op_sin},       {"cos", op_cos},       {"tg", op_tg},
-                 {"ctg", op_ctg},       {"arcsin", op_arcsin}, {"arccos", op_arccos},
-                 {"arctg", op_arctg},   {"arcctg", op_arcctg}, {"exp", op_exp},
-                 {"ln", op_ln},         {"log10", op_log10},   {"log2", op_log2},
-                 {"abs", op_abs},       {"sqrt", op_sqrt},     {"sinh", op_sinh},
-                 {"cosh", op_cosh}};
-    for (const auto& entry : table) {
-        if (name == entry.name) {
-            return entry.code;
-        }
-    }
-    return op_invalid;
-}
-
-double apply_binary_code(std::uint8_t code, double a, double b)
-{
-    switch (code) {
-    case op_add:
-        return a + b;
-    case op_subtract:
-        return a - b;
-    case op_multiply:
-        return a * b;
-    case op_divide:
-        return a / b;
-    default:  // op_power
-        return std::pow(a, b);
-    }
-}
-
-// The unary minus and the sixteen functions.
-double apply_unary_code(std::uint8_t code, double a)
-{
-    switch (code) {
-    case op_negate:
-        return -a;
-    case op_sin:
-        return std::sin(a);
-    case op_cos:
-        return std::cos(a);
-    case op_tg:
-        return std::tan(a);
-    case op_ctg:
-        return 1.0 / std::tan(a);
-    case op_arcsin:
-        return std::asin(a);
-    case op_arccos:
-        return std::acos(a);
-    case op_arctg:
-        return std::atan(a);
-    case op_arcctg:
-        return 1.5707963267948966 - std::atan(a);
-    case op_exp:
-        return std::exp(a);
-    case op_ln:
-        return std::log(a);
-    case op_log10:
-        return std::log10(a);
-    case op_log2:
-        // A division by ln 2, not a product with its reciprocal: log2(8) is exactly 3.
-        return std::log(a) / 0.6931471805599453;
-    case op_abs:
-        return std::fabs(a);
-    case op_sqrt:
-        return std::sqrt(a);
-    case op_sinh:
-        return std::sinh(a);
-    default:  // op_cosh
-        return std::cosh(a);
-    }
-}
-
-// Only the final value is checked: 1/(1/0) is a valid 0.
 double checked(double result)
 {
     if (std::isnan(result) || std::isinf(std::fabs(result))) {
@@ -176,7 +32,7 @@ Expression::Expression(const std::string& text)
     split(text, infix);
     check_expression(infix);
     convert_expression(infix, postfix);
-    compile();
+    prepare(true);
 }
 
 void Expression::convert_expression(std::vector<token>& infix, std::vector<token>& out) const
@@ -271,6 +127,10 @@ void Expression::set_variables(const std::string& text)
             throw ExpressionWrongFormat();
         }
         variables[name] = value;
+        // The program reads x when it runs; every other name is folded in.
+        if (name != kArgument) {
+            folded = Folding::none;
+        }
     }
 }
 
@@ -339,174 +199,113 @@ double Expression::calculate(const std::vector<token>& postfix_sequence) const
 double Expression::eval(const std::string& text)
 {
     set_variables(text);
-    return program_valid && decimal_rounding::standard_environment() ? run_program() : calculate(postfix);
+    if (!number_environment::standard_rounding_and_point()) {
+        return calculate(postfix);
+    }
+    const auto x = variables.find(kArgument);
+    const bool x_given = x != variables.end();
+    if (folded != (x_given ? Folding::x_as_argument : Folding::constants_only) && !prepare(x_given)) {
+        return calculate(postfix);
+    }
+    return program.run(program.reads_argument() ? x->second : 0.0);
 }
 
-bool Expression::eval_printed(const std::string& name, double value, double& result)
+bool Expression::prepare(bool x_given)
 {
-    double rounded = 0.0;
-    if (!decimal_rounding::standard_environment() || !decimal_rounding::round_like_printf(value, rounded)) {
+    if (!number_environment::standard_rounding_and_point()) {
         return false;
     }
-    variables[name] = rounded;
-    result = program_valid ? run_program() : calculate(postfix);
+    if (!compiled) {
+        compile();
+    }
+    const std::vector<std::string>& names = program.names();
+    std::vector<const double*> values(names.size(), nullptr);
+    std::size_t argument = names.size();
+    for (std::size_t slot = 0; slot < names.size(); ++slot) {
+        if (x_given && names[slot] == kArgument) {
+            argument = slot;
+            continue;
+        }
+        const auto found = variables.find(names[slot]);
+        if (found != variables.end()) {
+            values[slot] = &found->second;
+        }
+    }
+    program.fold(values, argument);
+    folded = x_given ? Folding::x_as_argument : Folding::constants_only;
     return true;
 }
 
 void Expression::compile()
 {
-    program.clear();
-    program_depth = 0;
-    program_names = 0;
-    program_valid = false;
-    // The numbers are read now with the conversion calculate uses; that
-    // reading depends on the C library's locale and rounding mode, so the
-    // program is only valid in the environment in which it is run.
-    if (!decimal_rounding::standard_environment() || postfix.size() > UINT32_MAX) {
-        return;
-    }
-    std::vector<instruction> code;
-    std::size_t depth = 0;
-    std::size_t most = 0;
-    // The slot of every distinct variable name, numbered by first use. One
-    // hash lookup per variable token keeps compiling linear in the length of
-    // the text however many distinct names it holds. The keys view the texts
-    // of postfix, which is not changed while they are in use.
-    std::unordered_map<std::string_view, std::uint32_t> slots;
-    for (std::size_t i = 0; i < postfix.size(); ++i) {
-        const token& t = postfix[i];
-        instruction in{op_number, static_cast<std::uint32_t>(i), 0, 0.0};
-        std::size_t operands = 0;
+    // The numbers are read now with the conversion calculate uses, which
+    // depends on the rounding mode and the decimal point: that is why the
+    // program is built only where they are standard. The slot of every distinct name, numbered by first
+    // use: one hash lookup per name token keeps this linear in the length of
+    // the text however many names it holds. The keys view the texts of
+    // postfix, which does not change.
+    std::unordered_map<std::string_view, std::size_t> slots;
+    program.reserve(postfix.size());
+    for (const token& t : postfix) {
         switch (t.type) {
-        case number:
-            if (std::sscanf(t.text.c_str(), "%50lg", &in.number) != 1) {
-                return;
+        case number: {
+            double value = 0.0;
+            if (std::sscanf(t.text.c_str(), "%50lg", &value) != 1) {
+                program.add_failure();
+            } else {
+                program.add_number(value);
             }
             break;
+        }
         case variable: {
-            // The first use of a name looks it up (and throws if it has no
-            // value); later uses take the value found then, which cannot
-            // change during one evaluation.
-            const auto known =
-                slots.try_emplace(std::string_view(t.text), static_cast<std::uint32_t>(slots.size()));
-            in.slot = known.first->second;
-            in.op = known.second ? op_variable : op_variable_again;
+            const auto known = slots.try_emplace(std::string_view(t.text), slots.size());
+            if (known.second) {
+                program.add_new_name(t.text);
+            } else {
+                program.add_name(known.first->second);
+            }
             break;
         }
         case binary_operator:
-            in.op = binary_code(t.text);
-            operands = 2;
+            program.add_operation(Operation::binary(t.text), 2);
             break;
         case unary_operator:
-            in.op = unary_code(t.text);
-            operands = 1;
+            program.add_operation(Operation::unary(t.text), 1);
             break;
         case function:
-            in.op = function_code(t.text);
-            operands = 1;
+            program.add_operation(Operation::function(t.text), 1);
             break;
         default:
-            return;
-        }
-        // A step that calculate would turn into an exception stays with calculate.
-        if (in.op == op_invalid || depth < operands) {
-            return;
-        }
-        depth = depth - operands + 1;
-        most = std::max(most, depth);
-        if (in.op != op_identity) {
-            code.push_back(in);
-        }
-    }
-    if (depth != 1) {
-        return;
-    }
-    program = std::move(code);
-    program_depth = most;
-    program_names = slots.size();
-    program_valid = true;
-}
-
-double Expression::run_program() const
-{
-    constexpr std::size_t kLocal = 32;
-    double local_stack[kLocal];
-    double local_values[kLocal];
-    std::vector<double> large_stack;
-    std::vector<double> large_values;
-    double* stack = local_stack;
-    double* values = local_values;  // of the distinct names, once looked up
-    if (program_depth > kLocal) {
-        large_stack.resize(program_depth);
-        stack = large_stack.data();
-    }
-    if (program_names > kLocal) {
-        large_values.resize(program_names);
-        values = large_values.data();
-    }
-    // top is the number of values on the stack; compile has checked that no
-    // instruction finds too few.
-    std::size_t top = 0;
-    for (const instruction& in : program) {
-        switch (in.op) {
-        case op_number:
-            stack[top++] = in.number;
-            break;
-        case op_variable: {
-            const std::string& name = postfix[in.token].text;
-            const auto found = variables.find(name);
-            if (found == variables.end()) {
-                throw ExpressionUnknownVariable(name);
-            }
-            values[in.slot] = found->second;
-            stack[top++] = found->second;
-            break;
-        }
-        case op_variable_again:
-            stack[top++] = values[in.slot];
-            break;
-        case op_add:
-        case op_subtract:
-        case op_multiply:
-        case op_divide:
-        case op_power:
-            --top;
-            stack[top - 1] = apply_binary_code(in.op, stack[top - 1], stack[top]);
-            break;
-        default:
-            stack[top - 1] = apply_unary_code(in.op, stack[top - 1]);
+            program.add_failure();
             break;
         }
     }
-    return checked(stack[0]);
+    compiled = true;
 }
 
 double Expression::apply_unary(const std::string& op, double a) const
 {
-    const std::uint8_t code = unary_code(op);
-    if (code == op_identity) {
-        return a;
-    }
-    if (code == op_invalid) {
+    const Operation::Code code = Operation::unary(op);
+    if (code == Operation::invalid) {
         throw ExpressionWrongFormat();
     }
-    return apply_unary_code(code, a);
+    return Operation::apply(code, a);
 }
 
 double Expression::apply_binary(const std::string& op, double a, double b) const
 {
-    const std::uint8_t code = binary_code(op);
-    if (code == op_invalid) {
+    const Operation::Code code = Operation::binary(op);
+    if (code == Operation::invalid) {
         throw ExpressionWrongFormat();
     }
-    return apply_binary_code(code, a, b);
+    return Operation::apply(code, a, b);
 }
 
 double Expression::apply_function(const std::string& name, double a) const
 {
-    const std::uint8_t code = function_code(name);
-    if (code == op_invalid) {
+    const Operation::Code code = Operation::function(name);
+    if (code == Operation::invalid) {
         throw ExpressionWrongFormat();
     }
-    return apply_unary_code(code, a);
+    return Operation::apply(code, a);
 }

@@ -7,21 +7,30 @@
 
 #include "errors/errors.h"
 
+namespace {
+
+// The route the call stands for, taken where the fast one does not apply.
+// Kept out of line so that the usual call does not set up its buffer.
+[[gnu::noinline]] double textRoute(Expression& expression, double x)
+{
+    char buffer[300];
+    std::snprintf(buffer, sizeof buffer, "x = %lg", x);
+    return expression.eval(std::string(buffer));
+}
+
+}  // namespace
+
 Function::Function(const std::string& text) : expression(text) {}
 
 double Function::operator()(double x)
 {
     checkValue(x);
-    // Usually the value that the text below would assign is computed without
-    // the text.
-    static const std::string name = "x";
+    // Usually the value that the text would assign is computed without the text.
     double result = 0.0;
-    if (expression.eval_printed(name, x, result)) {
+    if (expression.call(x, result)) {
         return result;
     }
-    char buffer[300];
-    std::snprintf(buffer, sizeof buffer, "x = %lg", x);
-    return expression.eval(std::string(buffer));
+    return textRoute(expression, x);
 }
 
 void checkValue(double v)

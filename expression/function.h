@@ -7,9 +7,10 @@
 // evaluated at x rounded to 6 significant digits (f(1.0000001) is f(1)).
 // That text needs "." as decimal point: the C library's locale must be "C".
 // The call computes that rounded value directly where it can (see
-// decimal_rounding.h) and writes the text only for the rare x outside
+// decimal_rounding.h) and runs the expression's compiled program with it
+// (Expression::call); it writes the text only for the rare x outside
 // 1e-17 <= |x| < 1e27, or when the locale or rounding mode is not standard.
-// Not thread-safe: a call stores x in the held expression.
+// Not thread-safe: a call changes the held expression.
 
 #include <string>
 

@@ -71,6 +71,7 @@ TEST(Report, HoldsInputsResultsPlotAndTheCalculationsOwnLines) {
         EXPECT_EQ(offered, h.child<QAbstractButton>(kTaskButtons[run.task])->text() + u(".pdf"));
         const QString html = fileText(page);
         EXPECT_TRUE(html.startsWith(u("<!DOCTYPE html>")) && html.contains(u("<meta charset=\"utf-8\">")));
+        EXPECT_TRUE(html.contains(u("<h1>Kalkora: отчёт о расчёте «%1»</h1>\n<p>Расчёт выполнен ").arg(offered.chopped(4))));
         for (const QString& text : u(run.inputs).split('|', Qt::SkipEmptyParts) + shown)
             EXPECT_TRUE(html.contains(text.toHtmlEscaped())) << text.toStdString();
         EXPECT_TRUE(html.contains(u("<svg")) && !html.contains(u("<img")));

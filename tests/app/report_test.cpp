@@ -75,6 +75,9 @@ TEST(Report, HoldsInputsResultsPlotAndTheCalculationsOwnLines) {
         for (const QString& text : u(run.inputs).split('|', Qt::SkipEmptyParts) + shown)
             EXPECT_TRUE(html.contains(text.toHtmlEscaped())) << text.toStdString();
         EXPECT_TRUE(html.contains(u("<svg")) && !html.contains(u("<img")));
+        if (run.task != 4) {  // the table of points: column numbers over the x row
+            EXPECT_TRUE(html.contains(u("<tr><th></th><th>0</th>")) && html.contains(u("<tr><th>x</th><td>")));
+        }
         const int pre = html.indexOf(u("<pre>")) + 5;
         QString lines = html.mid(pre, html.indexOf(u("</pre>")) - pre);
         lines.replace(u("&lt;"), u("<")).replace(u("&gt;"), u(">")).replace(u("&amp;"), u("&"));
@@ -164,6 +167,21 @@ TEST(Report, ActionsFollowTheCalculationShownAndTheLogOpens) {
     action(h, "actionOpenRunLog")->trigger();
     QDesktopServices::unsetUrlHandler(u("file"));
     EXPECT_EQ(viewer.source(), QUrl::fromLocalFile(QString::fromStdString(h.dir().path() + "/" + h.logName())));
+}
+
+// A save dialog closed without a name writes nothing and says nothing.
+TEST(Report, ACancelledSaveWritesNothing) {
+    WindowHarness h;
+    h.calculate();
+    QTimer answer;
+    QObject::connect(&answer, &QTimer::timeout, [] {
+        if (auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget())) dialog->reject();
+    });
+    answer.start(10);
+    const QStringList before = QDir::current().entryList(QDir::Files);
+    action(h, "actionSaveReport")->trigger();
+    EXPECT_EQ(QDir::current().entryList(QDir::Files), before);
+    EXPECT_TRUE(h.boxes().take().empty());
 }
 
 // A folder that cannot be written, or a disk that fills up (root mounts a read-only and a tiny file system there),

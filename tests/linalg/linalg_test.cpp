@@ -196,6 +196,8 @@ TEST(IterativeSolvers, IterationCountsResidualsAndSizeErrors) {
         {{{2, 1}, {0, 2}}, {2, 4}, std::nextafter(3.0, 4.0), 1, 1},
         // norm(B) = 1.2 >= 1: the factor is 1, the estimate the plain change; simple iterations diverge.
         {{{1, 0.6, 0.6}, {0.6, 1, 0.6}, {0.6, 0.6, 1}}, {1, 2, 3}, 1e-10, 31, 0},
+        // norm(B) = 2 and B nilpotent: the plain change 2, then 0, stops simple iterations at the second step.
+        {{{1, 2}, {0, 1}}, {3, 1}, 1.5, 0, 2},
     };
     for (const auto& c : cases)
         for (const auto& [solve, count] : {std::make_pair(solveSiedel, c.seidel), {solveSimpleIterations, c.simple}}) {

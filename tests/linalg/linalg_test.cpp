@@ -198,6 +198,8 @@ TEST(IterativeSolvers, IterationCountsResidualsAndSizeErrors) {
         {{{1, 0.6, 0.6}, {0.6, 1, 0.6}, {0.6, 0.6, 1}}, {1, 2, 3}, 1e-10, 31, 0},
         // norm(B) = 2 and B nilpotent: the plain change 2, then 0, stops simple iterations at the second step.
         {{{1, 2}, {0, 1}}, {3, 1}, 1.5, 0, 2},
+        // norm(B) = 0.6: the factor 1.5 makes the first change 0.6 an estimate of 0.9, above eps.
+        {{{1, 0.6}, {0, 1}}, {3, 1}, 0.75, 0, 2},
     };
     for (const auto& c : cases)
         for (const auto& [solve, count] : {std::make_pair(solveSiedel, c.seidel), {solveSimpleIterations, c.simple}}) {

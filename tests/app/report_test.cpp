@@ -173,13 +173,15 @@ TEST(Report, ActionsFollowTheCalculationShownAndTheLogOpens) {
 TEST(Report, ACancelledSaveWritesNothing) {
     WindowHarness h;
     h.calculate();
+    const auto save = [&] { action(h, "actionSaveReport")->trigger(); };
+    saveThroughDialog(save, QDir::current().absoluteFilePath(u("first.html")));  // the dialog opens here from now on
     QTimer answer;
     QObject::connect(&answer, &QTimer::timeout, [] {
         if (auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget())) dialog->reject();
     });
     answer.start(10);
     const QStringList before = QDir::current().entryList(QDir::Files);
-    action(h, "actionSaveReport")->trigger();
+    save();
     EXPECT_EQ(QDir::current().entryList(QDir::Files), before);
     EXPECT_TRUE(h.boxes().take().empty());
 }

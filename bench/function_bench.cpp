@@ -22,6 +22,7 @@
 #include <vector>
 
 #include "expression/function.h"
+#include "median_reporter.h"
 
 #ifdef KALKORA_HAVE_MUPARSER
 #include <muParser.h>
@@ -189,21 +190,9 @@ void registerAll()
 // The console report, then the median CPU time of each formula with each
 // evaluator and the ratios. CPU time, because the machine may be shared: wall
 // time then includes the time other processes hold the core.
-class RatioReporter : public benchmark::ConsoleReporter {
+class RatioReporter : public MedianReporter {
 public:
-    RatioReporter() : ConsoleReporter(isatty(fileno(stdout)) ? OO_ColorTabular : OO_Tabular) {}
-
-    void ReportRuns(const std::vector<Run>& runs) override
-    {
-        for (const Run& run : runs) {
-            const bool single = run.run_type == Run::RT_Iteration && run.repetitions <= 1;
-            const bool median = run.run_type == Run::RT_Aggregate && run.aggregate_name == "median";
-            if (single || median) {
-                times_[run.run_name.function_name] = run.GetAdjustedCPUTime();
-            }
-        }
-        ConsoleReporter::ReportRuns(runs);
-    }
+    RatioReporter() : MedianReporter(Clock::cpu) {}
 
     void Finalize() override
     {
@@ -218,16 +207,6 @@ public:
                         time("compiled/" + name), ours / mu, ours / fp);
         }
     }
-
-private:
-    // NaN for a case that did not run (a peer not found, a filter).
-    double time(const std::string& name) const
-    {
-        const auto found = times_.find(name);
-        return found == times_.end() ? NAN : found->second;
-    }
-
-    std::map<std::string, double> times_;
 };
 
 }  // namespace

@@ -19,13 +19,13 @@
 #include <fstream>
 #include <iostream>
 #include <iterator>
-#include <map>
 #include <string>
 #include <unistd.h>
 #include <vector>
 
-#include "app/run_log_writer.h"
+#include "median_reporter.h"
 #include "numeric/quadrature.h"
+#include "temporary_run_log.h"
 
 namespace {
 
@@ -34,25 +34,6 @@ using Estimate = double (*)(double, double, double, double);
 
 // A smooth f that stays finite over the whole form range.
 const char* const kFunction = "sin(2*pi*x)*exp(-x^2/100)";
-
-const std::string& logPath()
-{
-    static const std::string path = [] {
-        char dir[] = "/tmp/kalkora-bench-XXXXXX";
-        if (!mkdtemp(dir)) {
-            std::perror("mkdtemp");
-            std::exit(1);
-        }
-        const std::string name = std::string(dir) + "/log.txt";
-        if (!std::freopen(name.c_str(), "w", stderr)) {
-            std::perror("freopen");
-            std::exit(1);
-        }
-        RunLogWriter::install(name);
-        return name;
-    }();
-    return path;
-}
 
 bool truncateLog()
 {
@@ -77,7 +58,7 @@ void integrate(Rule rule, Estimate estimate)
 
 void heaviestIntegration(benchmark::State& state, Rule rule, Estimate estimate)
 {
-    logPath();
+    temporaryRunLog();
     for (auto _ : state) {
         state.PauseTiming();
         if (!truncateLog()) {
@@ -97,7 +78,7 @@ std::vector<std::string> logLines(Rule rule, Estimate estimate)
         return {};
     }
     integrate(rule, estimate);
-    std::ifstream in(logPath(), std::ios::binary);
+    std::ifstream in(temporaryRunLog(), std::ios::binary);
     const std::string text{std::istreambuf_iterator<char>(in), {}};
     std::vector<std::string> lines;
     for (std::size_t at = 0; at < text.size();) {
@@ -111,7 +92,7 @@ std::vector<std::string> logLines(Rule rule, Estimate estimate)
 
 void lineFloor(benchmark::State& state, Rule rule, Estimate estimate)
 {
-    logPath();
+    temporaryRunLog();
     const std::vector<std::string> lines = logLines(rule, estimate);
     const int fd = fileno(stderr);
     for (auto _ : state) {
@@ -178,45 +159,27 @@ KALKORA_RULE(simpson, integrateWithSimpson, calcSimpsonError, 3);
 
 // The console report, then per rule the wall time of the integration and of
 // its floor (the medians when there are repetitions) and their ratio.
-class RatioReporter : public benchmark::ConsoleReporter {
+class RatioReporter : public MedianReporter {
 public:
-    RatioReporter() : ConsoleReporter(isatty(fileno(stdout)) ? OO_ColorTabular : OO_Tabular) {}
-
-    void ReportRuns(const std::vector<Run>& runs) override
-    {
-        for (const Run& run : runs) {
-            const bool single = run.run_type == Run::RT_Iteration && run.repetitions <= 1;
-            const bool median = run.run_type == Run::RT_Aggregate && run.aggregate_name == "median";
-            if (single || median) {
-                times_[run.run_name.function_name] = run.GetAdjustedRealTime();
-            }
-        }
-        ConsoleReporter::ReportRuns(runs);
-    }
+    RatioReporter() : MedianReporter(Clock::wall) {}
 
     void Finalize() override
     {
         ConsoleReporter::Finalize();
         std::printf("\n%-12s %16s %10s %8s %8s %14s\n", "rule", "integration ms", "floor ms", "ratio", "f ms",
                     "ratio less f");
-        for (const auto& [name, ours] : times_) {
+        for (const auto& [name, ours] : times()) {
             const std::string prefix = "heaviestIntegration/";
             if (name.rfind(prefix, 0) != 0) {
                 continue;
             }
             const std::string rule = name.substr(prefix.size());
-            const auto floor = times_.find("lineFloor/" + rule);
-            const auto calls = times_.find("functionCalls/" + rule);
-            if (floor == times_.end() || calls == times_.end()) {
-                continue;
-            }
-            std::printf("%-12s %16.2f %10.2f %8.2f %8.2f %14.2f\n", rule.c_str(), ours, floor->second,
-                        ours / floor->second, calls->second, (ours - calls->second) / floor->second);
+            const double floor = time("lineFloor/" + rule);
+            const double calls = time("functionCalls/" + rule);
+            std::printf("%-12s %16.2f %10.2f %8.2f %8.2f %14.2f\n", rule.c_str(), ours, floor, ours / floor, calls,
+                        (ours - calls) / floor);
         }
     }
-
-private:
-    std::map<std::string, double> times_;
 };
 
 }  // namespace

@@ -16,7 +16,6 @@
 #include <unistd.h>
 #include <vector>
 
-#include "app/run_log_writer.h"
 #include "errors/errors.h"
 #include "expression/function.h"
 #include "numeric/approximating_polynomial.h"
@@ -25,31 +24,12 @@
 #include "numeric/point.h"
 #include "numeric/polynomial.h"
 #include "numeric/spline.h"
+#include "temporary_run_log.h"
 
 namespace {
 
 constexpr int kSamples = 100;
 const double kXStar = 0.7;
-
-void openLog()
-{
-    static bool opened = false;
-    if (opened) {
-        return;
-    }
-    char dir[] = "/tmp/kalkora-bench-XXXXXX";
-    if (!mkdtemp(dir)) {
-        std::perror("mkdtemp");
-        std::exit(1);
-    }
-    const std::string path = std::string(dir) + "/log.txt";
-    if (!std::freopen(path.c_str(), "w", stderr)) {
-        std::perror("freopen");
-        std::exit(1);
-    }
-    RunLogWriter::install(path);
-    opened = true;
-}
 
 // Keeps the log file small without timing the truncation.
 void truncateLogNowAndThen(benchmark::State& state, std::size_t& count)
@@ -95,7 +75,7 @@ const std::vector<Point> kSixPoints = {{-2, 3.1}, {-1.1, 1.2}, {-0.3, 0.4}, {0.6
 // at X*, and the expanded Newton polynomial sampled for the plot.
 void interpolation(benchmark::State& state)
 {
-    openLog();
+    temporaryRunLog();
     const std::string text = "sin(2*pi*x)*exp(-x^2/10)";
     const double nodes[6] = {2.1, -2, -1.2, -0.4, 0.5, 1.3};
     std::size_t count = 0;
@@ -127,7 +107,7 @@ BENCHMARK(interpolation)->Unit(benchmark::kMicrosecond)->UseRealTime();
 // 5 points: the spline, its text, its value at X* and 100 samples.
 void spline(benchmark::State& state)
 {
-    openLog();
+    temporaryRunLog();
     std::size_t count = 0;
     for (auto _ : state) {
         std::cerr << "Spline task begin." << std::endl << std::endl;
@@ -148,7 +128,7 @@ BENCHMARK(spline)->Unit(benchmark::kMicrosecond)->UseRealTime();
 // 6 points: degrees 1 and 2, their texts and deviations, 100 samples each.
 void leastSquares(benchmark::State& state)
 {
-    openLog();
+    temporaryRunLog();
     std::size_t count = 0;
     for (auto _ : state) {
         std::cerr << "Least squares task begin." << std::endl << std::endl;
@@ -174,7 +154,7 @@ BENCHMARK(leastSquares)->Unit(benchmark::kMicrosecond)->UseRealTime();
 // 100 samples of each.
 void differentiation(benchmark::State& state)
 {
-    openLog();
+    temporaryRunLog();
     std::size_t count = 0;
     for (auto _ : state) {
         std::cerr << "Differentiation task begin." << std::endl << std::endl;

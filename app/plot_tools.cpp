@@ -71,20 +71,29 @@ void Widget::setUpPlotTools() {
     saveFolder = QDir(pictures).exists() ? pictures : QDir::homePath();
 }
 
+QString Widget::askSaveName(QFileDialog& dialog, const QString& proposed) {
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    // A name typed without an extension takes the chosen type's.
+    const auto suffixOf = [](const QString& filter) {
+        return filter.section(QStringLiteral("*."), 1).section(QLatin1Char(')'), 0, 0);
+    };
+    dialog.setDefaultSuffix(suffixOf(dialog.nameFilters().value(0)));
+    connect(&dialog, &QFileDialog::filterSelected, &dialog,
+            [&dialog, suffixOf](const QString& filter) { dialog.setDefaultSuffix(suffixOf(filter)); });
+    dialog.selectFile(proposed);
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return QString();
+    const QString name = dialog.selectedFiles().first();
+    saveFolder = QFileInfo(name).absolutePath();
+    return name;
+}
+
 void Widget::savePlot() {
     const QRadioButton* const taskButtons[5] = {ui->checkInterpolation, ui->checkSpline, ui->checkMNK,
                                                 ui->checkDifferentiation, ui->checkIntegration};
     QFileDialog dialog(this, tr("Сохранить график"), saveFolder,
                        tr("Изображение PNG (*.png);;Рисунок SVG (*.svg);;Документ PDF (*.pdf)"));
-    dialog.setAcceptMode(QFileDialog::AcceptSave);
-    dialog.setDefaultSuffix(QStringLiteral("png"));
-    // A name typed without an extension takes the chosen type's.
-    connect(&dialog, &QFileDialog::filterSelected, &dialog,
-            [&dialog](const QString& filter) { dialog.setDefaultSuffix(filter.section(QStringLiteral("*."), 1).left(3)); });
-    dialog.selectFile(taskButtons[task]->text() + QStringLiteral(".png"));
-    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return;
-    const QString name = dialog.selectedFiles().first();
-    saveFolder = QFileInfo(name).absolutePath();
+    const QString name = askSaveName(dialog, taskButtons[task]->text() + QStringLiteral(".png"));
+    if (name.isEmpty()) return;
 
     // Qwt's renderer writes by the name's extension and reports nothing: the
     // file is opened here first for the reason of a failure, and an empty file

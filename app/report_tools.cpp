@@ -127,15 +127,8 @@ void Widget::endReport(const QString& error) {
 
 void Widget::saveReport() {
     QFileDialog dialog(this, tr("Сохранить отчёт"), saveFolder, tr("Документ PDF (*.pdf);;Страница HTML (*.html)"));
-    dialog.setAcceptMode(QFileDialog::AcceptSave);
-    dialog.setDefaultSuffix(QStringLiteral("pdf"));
-    // A name typed without an extension takes the chosen type's.
-    connect(&dialog, &QFileDialog::filterSelected, &dialog,
-            [&dialog](const QString& filter) { dialog.setDefaultSuffix(filter.section(QStringLiteral("*."), 1).section(QLatin1Char(')'), 0, 0)); });
-    dialog.selectFile(report.task + QStringLiteral(".pdf"));
-    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return;
-    const QString name = dialog.selectedFiles().first();
-    saveFolder = QFileInfo(name).absolutePath();
+    const QString name = askSaveName(dialog, report.task + QStringLiteral(".pdf"));
+    if (name.isEmpty()) return;
     const QString suffix = QFileInfo(name).suffix().toLower();
     const bool html = suffix == QLatin1String("html") || suffix == QLatin1String("htm") ||
                       (suffix != QLatin1String("pdf") && dialog.selectedNameFilter().contains(QLatin1String("*.html")));

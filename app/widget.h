@@ -24,6 +24,7 @@
 #include "numeric/point.h"
 
 class ApproximatingPolynomial;
+class QFileDialog;
 class QKeyEvent;
 class Polynomial;
 class SpinBoxDelegate;
@@ -81,6 +82,10 @@ private:
     // Asks for a file and writes the plot to it as PNG, SVG or PDF, by the
     // name's extension; a failure is shown with its reason.
     void savePlot();
+    // Runs a save dialog built in saveFolder with its title and "Name (*.ext)"
+    // filters, offering `proposed`: the name the user picks, or an empty text
+    // when cancelled. The name's folder becomes saveFolder.
+    QString askSaveName(QFileDialog& dialog, const QString& proposed);
     // Rescales both axes by factor around the canvas point at.
     void zoomPlot(const QPoint& at, double factor);
 

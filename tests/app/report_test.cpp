@@ -169,19 +169,24 @@ TEST(Report, ActionsFollowTheCalculationShownAndTheLogOpens) {
     EXPECT_EQ(viewer.source(), QUrl::fromLocalFile(QString::fromStdString(h.dir().path() + "/" + h.logName())));
 }
 
-// A save dialog closed without a name writes nothing and says nothing.
-TEST(Report, ACancelledSaveWritesNothing) {
+// The save dialog opens where the last save went; closed without a name, it writes nothing and says nothing.
+TEST(Report, TheDialogOpensWhereTheLastSaveWentAndCancelWritesNothing) {
     WindowHarness h;
     h.calculate();
     const auto save = [&] { action(h, "actionSaveReport")->trigger(); };
-    saveThroughDialog(save, QDir::current().absoluteFilePath(u("first.html")));  // the dialog opens here from now on
+    saveThroughDialog(save, QDir::current().absoluteFilePath(u("first.html")));
+    QString opened;
     QTimer answer;
-    QObject::connect(&answer, &QTimer::timeout, [] {
-        if (auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget())) dialog->reject();
+    QObject::connect(&answer, &QTimer::timeout, [&] {
+        if (auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget())) {
+            opened = dialog->directory().absolutePath();
+            dialog->reject();
+        }
     });
     answer.start(10);
     const QStringList before = QDir::current().entryList(QDir::Files);
     save();
+    EXPECT_EQ(opened, QDir::currentPath());
     EXPECT_EQ(QDir::current().entryList(QDir::Files), before);
     EXPECT_TRUE(h.boxes().take().empty());
 }

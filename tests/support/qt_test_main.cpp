@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QTemporaryDir>
 #include <cstdio>
 
 int main(int argc, char** argv) {
@@ -12,6 +13,11 @@ int main(int argc, char** argv) {
     qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString& message) {
         std::fprintf(stdout, "qt: %s\n", message.toLocal8Bit().constData());
     });
+    // The home folder (where save dialogs start) and Qt's settings (the file dialogs' history) are folders of this
+    // run, not the user's: a test never leaves a file there, nor depends on what an earlier run left.
+    QTemporaryDir home;
+    qputenv("HOME", home.path().toLocal8Bit());
+    qputenv("XDG_CONFIG_HOME", (home.path() + "/.config").toLocal8Bit());
     QApplication app(argc, argv);
     ::testing::InitGoogleTest(&argc, argv);
     return RUN_ALL_TESTS();
